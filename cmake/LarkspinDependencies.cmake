@@ -1,0 +1,17 @@
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Svg)
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+
+pkg_check_modules(FFmpeg REQUIRED IMPORTED_TARGET libavformat>=59 libavcodec>=59 libavutil>=57 libswresample>=4)
+pkg_check_modules(RubberBand REQUIRED IMPORTED_TARGET rubberband>=3.1)
+pkg_check_modules(Soxr REQUIRED IMPORTED_TARGET soxr)
+pkg_check_modules(Pulse REQUIRED IMPORTED_TARGET libpulse)
+pkg_check_modules(CdioParanoia REQUIRED IMPORTED_TARGET libcdio_paranoia libcdio_cdda libcdio)
+
+if(LARKSPIN_TESTS)
+    find_package(GTest REQUIRED)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+endif()
+if(LARKSPIN_BENCH)
+    find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,74 @@
+# How every target of the program is made: one library a folder, house warnings, the chosen sanitizers, and
+# include paths that lead only to the folders that a target says it calls.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTORCC ON)
+
+option(LARKSPIN_TESTS "Build the tests" ON)
+option(LARKSPIN_BENCH "Build the benchmarks" ON)
+set(LARKSPIN_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
+
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo)
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+if(LARKSPIN_SANITIZE)
+    add_compile_options(-fsanitize=${LARKSPIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    add_link_options(-fsanitize=${LARKSPIN_SANITIZE})
+endif()
+
+function(larkspin_warnings target)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Werror -Wshadow=compatible-local -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
+        -Wcast-align -Wnull-dereference -Wformat=2)
+endfunction()
+
+# larkspin_library(name FOLDER folder SOURCES ... CALLS ... USES ...)
+#
+# A static library of the folder's sources. Others see its headers as "folder/Header.h", and only those who
+# list it among their CALLS (or reach it through one of them) do: each library exports a folder of its own
+# with a link to its sources instead of the whole tree, so that an include over a wall fails to build.
+# USES are libraries from outside the project that its headers need; PRIVATE_USES stay behind its headers.
+function(larkspin_library name)
+    cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;CALLS;USES;PRIVATE_USES" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    larkspin_warnings(${name})
+
+    set(room ${PROJECT_BINARY_DIR}/rooms/${name})
+    cmake_path(GET ARG_FOLDER PARENT_PATH parent)
+    file(MAKE_DIRECTORY ${room}/${parent})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER} ${room}/${ARG_FOLDER} SYMBOLIC)
+    target_include_directories(${name} PUBLIC ${room})
+    target_link_libraries(${name} PUBLIC ${ARG_CALLS} ${ARG_USES} PRIVATE ${ARG_PRIVATE_USES})
+endfunction()
+
+# larkspin_test(name SOURCES ... CALLS ... [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])
+#
+# One test program of GoogleTest cases, run by ctest as a whole. Every source is named: nothing is globbed.
+function(larkspin_test name)
+    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;CALLS;LABELS;ENVIRONMENT" ${ARGN})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${ARG_SOURCES})
+    larkspin_warnings(${name})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${ARG_CALLS} GTest::gmock)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES
+        LABELS "${ARG_LABELS}"
+        TIMEOUT ${ARG_TIMEOUT}
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp;${ARG_ENVIRONMENT}")
+endfunction()

@@ -1,0 +1,4 @@
+#include "engines/EditorEngine.h"
+
+EditorEffects::~EditorEffects() = default;
+EditorEngine::~EditorEngine() = default;

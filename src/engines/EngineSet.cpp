@@ -1,0 +1,3 @@
+#include "engines/EngineSet.h"
+
+EngineSet::~EngineSet() = default;

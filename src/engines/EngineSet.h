@@ -1,0 +1,18 @@
+#pragma once
+
+#include <memory>
+
+class EditorEngine;
+class PlayerEngine;
+
+/// Makes the engines that windows ask for. Each window owns what it asked for: engines end with their windows.
+class EngineSet
+{
+public:
+    virtual ~EngineSet();
+
+    virtual std::unique_ptr<PlayerEngine> createPlayer() = 0;
+
+    /// Null where this build has no editor: what needs one is then not offered.
+    virtual std::unique_ptr<EditorEngine> createEditor() = 0;
+};

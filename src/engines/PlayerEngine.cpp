@@ -1,0 +1,4 @@
+#include "engines/PlayerEngine.h"
+
+VuMeterControl::~VuMeterControl() = default;
+PlayerEngine::~PlayerEngine() = default;
