@@ -1,0 +1,115 @@
+#include "sound/media/FileDecoder.h"
+
+#include "sound/media/FrameCounting.h"
+
+#include <algorithm>
+
+namespace sound {
+namespace {
+
+/// Longer gaps are not believed at once: a forged time must not cost an hour of silence in one block.
+constexpr std::int64_t longestGapInSeconds = 60;
+
+}  // namespace
+
+std::unique_ptr<FileDecoder> FileDecoder::open(std::shared_ptr<const RegularFile> file)
+{
+    auto input = AvInput::open(std::move(file));
+    if (!input)
+        return nullptr;
+    const FrameCount counted = countFrames(*input);
+    if (counted.value <= 0)
+        return nullptr;
+    AvCodec codec = input->makeDecoder();
+    if (!codec)
+        return nullptr;
+    return std::unique_ptr<FileDecoder>(new FileDecoder(std::move(input), std::move(codec), counted));
+}
+
+FileDecoder::FileDecoder(std::unique_ptr<AvInput> openInput, AvCodec openCodec, FrameCount length)
+    : input(std::move(openInput))
+    , codec(std::move(openCodec))
+    , counted(length)
+    , outputRate{input->codec().sample_rate}
+    , outputChannels(std::min(input->codec().ch_layout.nb_channels, 2))
+    , conversion(outputRate, outputChannels)
+    , packet(av_packet_alloc())
+    , frame(av_frame_alloc())
+    , placedByTime(input->is("flac") || input->is("ogg") || input->is("wv"))
+{
+}
+
+void FileDecoder::stop()
+{
+    stopped.store(true, std::memory_order_relaxed);
+    input->stop();
+}
+
+bool FileDecoder::next(std::vector<float>& interleaved)
+{
+    interleaved.clear();
+    while (interleaved.empty()) {
+        if (ended || stopped.load(std::memory_order_relaxed))
+            return false;
+        const int status = avcodec_receive_frame(codec.get(), frame.get());
+        if (status == 0)
+            append(*frame, interleaved);
+        else if (status == AVERROR(EAGAIN))
+            feedDecoder();
+        else if (status == AVERROR_EOF || drained)
+            ended = true;
+        else
+            ++lostPackets;
+    }
+    reached = reached + FrameCount{static_cast<std::int64_t>(interleaved.size()) / outputChannels};
+    return true;
+}
+
+void FileDecoder::feedDecoder()
+{
+    if (!input->read(*packet)) {
+        drained = true;
+        avcodec_send_packet(codec.get(), nullptr);
+        return;
+    }
+    if (avcodec_send_packet(codec.get(), packet.get()) < 0)
+        ++lostPackets;
+}
+
+void FileDecoder::append(const AVFrame& decoded, std::vector<float>& interleaved)
+{
+    const FrameCount missing = missingBefore(decoded);
+    interleaved.resize(static_cast<std::size_t>(missing.value * outputChannels));
+    const std::size_t before = interleaved.size();
+    if (!conversion.append(decoded, interleaved)) {
+        interleaved.resize(before);
+        ++lostPackets;
+        return;
+    }
+    lostPackets = 0;
+    lastFrame = {static_cast<std::int64_t>(interleaved.size() - before) / outputChannels};
+}
+
+/// How much silence stands for what was lost between the last frame and this one.
+FrameCount FileDecoder::missingBefore(const AVFrame& decoded)
+{
+    const AVRational seconds = input->stream().time_base;
+    const AVRational frames = {1, outputRate.hertz};
+    if (decoded.pts != AV_NOPTS_VALUE && origin == AV_NOPTS_VALUE)
+        origin = decoded.pts - av_rescale_q(lostPackets * nominalFrame().value, frames, seconds);
+
+    std::int64_t gap = lostPackets * nominalFrame().value;
+    const bool timesAreExact = av_cmp_q(seconds, frames) <= 0;
+    if (timesAreExact && decoded.pts != AV_NOPTS_VALUE && (placedByTime || lostPackets > 0))
+        gap = av_rescale_q(decoded.pts - origin, seconds, frames) - reached.value;
+    const std::int64_t longest =
+        std::min(longestGapInSeconds * outputRate.hertz, std::max<std::int64_t>(0, counted.value - reached.value));
+    return {std::clamp<std::int64_t>(gap, 0, longest)};
+}
+
+FrameCount FileDecoder::nominalFrame() const
+{
+    return lastFrame.value > 0 ? lastFrame : FrameCount{std::max(input->codec().frame_size, 0)};
+}
+
+}  // namespace sound

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "sound/media/AvInput.h"
+#include "sound/media/FloatFrames.h"
+#include "sound/media/FrameStream.h"
+
+#include <atomic>
+
+namespace sound {
+
+/// Decodes a sound file from its beginning to its end. Inside this folder only.
+///
+/// A place that cannot be decoded is silence of its length, so that what follows stays where it belongs.
+class FileDecoder : public FrameStream
+{
+public:
+    /// Null where the file is no sound. Does not wait for discs longer than opening and counting take.
+    static std::unique_ptr<FileDecoder> open(std::shared_ptr<const RegularFile> file);
+
+    SampleRate rate() const override { return outputRate; }
+    int channels() const override { return outputChannels; }
+    FrameCount length() const override { return counted; }
+    bool next(std::vector<float>& interleaved) override;
+    void stop() override;
+
+private:
+    FileDecoder(std::unique_ptr<AvInput> input, AvCodec codec, FrameCount counted);
+
+    void feedDecoder();
+    void append(const AVFrame& frame, std::vector<float>& interleaved);
+    FrameCount missingBefore(const AVFrame& frame);
+    FrameCount nominalFrame() const;
+
+    std::unique_ptr<AvInput> input;
+    AvCodec codec;
+    FrameCount counted;
+    SampleRate outputRate;
+    int outputChannels;
+    FloatFrames conversion;
+    AvPacket packet;
+    AvFrame frame;
+
+    bool placedByTime;     // the container tells each frame's place, so that a gap shows
+    bool drained = false;  // the decoder has been told that nothing follows
+    bool ended = false;
+    std::int64_t lostPackets = 0;          // since the last good frame
+    FrameCount lastFrame;                  // length of the last good frame
+    FramePosition reached;                 // of the next frame to deliver
+    std::int64_t origin = AV_NOPTS_VALUE;  // what the container calls the place of our first frame
+    std::atomic<bool> stopped = false;
+};
+
+}  // namespace sound

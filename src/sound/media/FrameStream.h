@@ -1,0 +1,32 @@
+#pragma once
+
+#include "sound/units/Frames.h"
+
+#include <vector>
+
+namespace sound {
+
+/// Where the frames of a sound come from, in order from its beginning: a decoder, or the sectors of a CD.
+///
+/// **Threads.** One at a time; stop() from any.
+class FrameStream
+{
+public:
+    virtual ~FrameStream() = default;
+
+    virtual SampleRate rate() const = 0;
+
+    /// 1 or 2.
+    virtual int channels() const = 0;
+
+    /// How many frames there are, counted without decoding them. What next() brings may differ in a damaged sound.
+    virtual FrameCount length() const = 0;
+
+    /// Puts the next frames into @p interleaved, in place of what it held. False at the end, or after stop().
+    virtual bool next(std::vector<float>& interleaved) = 0;
+
+    /// Makes next() return false soon.
+    virtual void stop() = 0;
+};
+
+}  // namespace sound
