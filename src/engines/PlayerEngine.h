@@ -21,7 +21,7 @@ public:
 /// **States.** InitPlayers comes first; before it every operation fails with EngineError::NotInitialized. A player
 /// has no sound until LoadSound succeeds; a new sound stands in status 3 at position 0. Tempo, rate, pitch, gain,
 /// balance and equalizer are settings of the player, not of the sound: they may be set with nothing loaded, take
-/// effect while a sound plays, and hold across LoadSound.
+/// effect while a sound plays, and hold across LoadSound. Values beyond a range are cut to it.
 ///
 /// **Units.** Players are numbered from 0. Positions and durations are milliseconds from the beginning of the
 /// sound; a position is what is heard at this moment, wherever the decoder and the buffers are.
@@ -89,16 +89,16 @@ public:
     virtual int GetDuration(short player) const = 0;
     virtual int GetPlayerStatus(short player) const = 0;
 
-    /// Speed without pitch, in percent of change: 0 is unchanged, -60 is sixty percent slower. -90 to 900.
+    /// Speed without pitch, in percent of change: 0 is unchanged, -60 is sixty percent slower. -60 to 60.
     virtual void ChangeTempo(short player, float percent) = 0;
 
-    /// Speed and pitch together, as on a turntable, in percent of change. -90 to 900.
+    /// Speed and pitch together, as on a turntable, in percent of change. -60 to 60.
     virtual void ChangeRate(short player, float percent) = 0;
 
-    /// Pitch without speed, by whole semitones. -48 to 48. Replaces what ChangePitchCents set.
+    /// Pitch without speed, by whole semitones. -12 to 12. Replaces what ChangePitchCents set.
     virtual void ChangePitchSemitones(short player, short semitones) = 0;
 
-    /// Pitch without speed, in semitones with hundredths: 1.5 is three quarter-tones up. -48 to 48. Replaces what
+    /// Pitch without speed, in semitones with hundredths: 1.5 is three quarter-tones up. -12 to 12. Replaces what
     /// ChangePitchSemitones set.
     virtual void ChangePitchCents(short player, float semitones) = 0;
 

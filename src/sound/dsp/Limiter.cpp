@@ -1,0 +1,54 @@
+#include "sound/dsp/Limiter.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sound {
+namespace {
+
+constexpr float attackSeconds = 0.001F;
+constexpr float releaseSeconds = 0.1F;
+constexpr float atRest = 0.9999F;  // closer to 1 than any ear or 13 bits can tell
+
+}  // namespace
+
+Limiter::Limiter(FrameCount largestBlock)
+    : wanted(static_cast<size_t>(largestBlock.value), 1.0F)
+{
+}
+
+void Limiter::prepare(SampleRate rate)
+{
+    attackStep = 1 / std::max(1.0F, attackSeconds * static_cast<float>(rate.hertz));
+    releasePart = 1 - std::exp(-1 / (releaseSeconds * static_cast<float>(rate.hertz)));
+    reset();
+}
+
+void Limiter::reset()
+{
+    gain = 1;
+}
+
+void Limiter::process(float* stereo, FrameCount count)
+{
+    const auto frames = static_cast<size_t>(count.value);
+    float highest = 0;
+    for (size_t frame = 0; frame < frames; ++frame) {
+        const float peak = std::max(std::abs(stereo[2 * frame]), std::abs(stereo[2 * frame + 1]));
+        wanted[frame] = peak > 1 ? 1 / peak : 1;
+        highest = std::max(highest, peak);
+    }
+    if (highest <= 1 && gain == 1)
+        return;
+
+    for (size_t frame = frames - 1; frame > 0; --frame)
+        wanted[frame - 1] = std::min(wanted[frame - 1], wanted[frame] + attackStep);
+    for (size_t frame = 0; frame < frames; ++frame) {
+        const float recovered = gain + (1 - gain) * releasePart;
+        gain = std::min(wanted[frame], recovered > atRest ? 1.0F : recovered);
+        stereo[2 * frame] = std::clamp(stereo[2 * frame] * gain, -1.0F, 1.0F);
+        stereo[2 * frame + 1] = std::clamp(stereo[2 * frame + 1] * gain, -1.0F, 1.0F);
+    }
+}
+
+}  // namespace sound
