@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto seamTime = 5ms;
+constexpr auto seamTime = 10ms;
 
 }  // namespace
 
