@@ -52,11 +52,11 @@ bool isPlausible(const AVCodecParameters& codec)
 
 }  // namespace
 
-std::unique_ptr<AvInput> AvInput::open(std::shared_ptr<const RegularFile> file)
+std::unique_ptr<AvInput> AvInput::open(std::shared_ptr<const RegularFile> file, Edits edits)
 {
     silenceLibrary();
     std::unique_ptr<AvInput> input(new AvInput(std::move(file)));
-    if (!input->openContainer() || !input->chooseSound())
+    if (!input->openContainer(edits) || !input->chooseSound())
         return nullptr;
     return input;
 }
@@ -66,7 +66,7 @@ AvInput::AvInput(std::shared_ptr<const RegularFile> file)
 {
 }
 
-bool AvInput::openContainer()
+bool AvInput::openContainer(Edits edits)
 {
     auto* buffer = static_cast<unsigned char*>(av_malloc(ioBufferSize));
     if (buffer == nullptr)
@@ -94,8 +94,13 @@ bool AvInput::openContainer()
     setWhitelist(opening->format_whitelist, knownContainers);
     setWhitelist(opening->codec_whitelist, knownDecoders);
     setWhitelist(opening->protocol_whitelist, "file");
-    if (avformat_open_input(&opening, "", nullptr, nullptr) < 0)
-        return false;  // which has freed it
+    AVDictionary* options = nullptr;
+    if (edits == Edits::Ignored)
+        av_dict_set(&options, "ignore_editlist", "1", 0);
+    const int status = avformat_open_input(&opening, "", nullptr, &options);
+    av_dict_free(&options);
+    if (status < 0)
+        return false;  // the container is freed already
     context.reset(opening);
 
     // Covers and pictures are never decoded, and must not be waited for.

@@ -54,8 +54,15 @@ using AvCodec = std::unique_ptr<AVCodecContext, AvCodecFreer>;
 class AvInput
 {
 public:
+    /// Whether an MP4's list of edits is heeded, which tells the part of its sound that is to be heard.
+    enum class Edits
+    {
+        Heeded,
+        Ignored
+    };
+
     /// Null where the file is of no known format or has no sound that can be decoded.
-    static std::unique_ptr<AvInput> open(std::shared_ptr<const RegularFile> file);
+    static std::unique_ptr<AvInput> open(std::shared_ptr<const RegularFile> file, Edits edits = Edits::Heeded);
 
     const AVFormatContext& format() const { return *context; }
     const AVStream& stream() const { return *sound; }
@@ -77,7 +84,7 @@ public:
 private:
     explicit AvInput(std::shared_ptr<const RegularFile> file);
 
-    bool openContainer();
+    bool openContainer(Edits edits);
     bool chooseSound();
     int readBytes(std::uint8_t* buffer, int size);
     std::int64_t seekBytes(std::int64_t offset, int whence);

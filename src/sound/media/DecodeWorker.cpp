@@ -44,18 +44,19 @@ void DecodeWorker::run()
 void DecodeWorker::decode()
 {
     std::vector<float> block;
-    while (store.available() < store.length() && stream->next(block)) {
+    while (!store.isFull() && stream->next(block)) {
         if (!store.append(block)) {
             failure = EngineError::NotEnoughMemory;
             return;
         }
         {
+            // Taken and let go, so that none who looks at the count now starts to wait just after the call below.
             const std::lock_guard lock(mutex);
         }
         progressed.notify_all();
     }
-    if (!stopping.load(std::memory_order_relaxed))
-        store.finish();
+    if (!stopping.load(std::memory_order_relaxed) && !store.finish())
+        failure = EngineError::NotEnoughMemory;
 }
 
 }  // namespace sound

@@ -2,6 +2,7 @@
 
 #include "sound/media/DecodeWorker.h"
 #include "sound/media/FileDecoder.h"
+#include "sound/media/PcmReader.h"
 #include "sound/media/SampleStore.h"
 
 namespace sound {
@@ -34,6 +35,26 @@ private:
     DecodeWorker worker;  // writes into the store until it goes
 };
 
+std::unique_ptr<FrameStream> openStream(std::shared_ptr<const RegularFile> file)
+{
+    auto input = AvInput::open(std::move(file));
+    if (!input)
+        return nullptr;
+    if (auto plain = PcmReader::open(*input))
+        return plain;
+    return FileDecoder::open(std::move(input));
+}
+
+OpenedSound storeFrom(std::unique_ptr<FrameStream> stream)
+{
+    if (!stream)
+        return {nullptr, EngineError::InvalidSoundFile};
+    auto store = SampleStore::create(stream->rate(), stream->channels(), stream->length());
+    if (!store)
+        return {nullptr, EngineError::NotEnoughMemory};
+    return {std::make_unique<StoredSound>(std::move(store), std::move(stream)), EngineError::None};
+}
+
 }  // namespace
 
 OpenedSound DecodedSound::open(const QString& path)
@@ -41,13 +62,7 @@ OpenedSound DecodedSound::open(const QString& path)
     auto file = RegularFile::open(path);
     if (!file)
         return {nullptr, EngineError::InvalidSoundFile};
-    auto decoder = FileDecoder::open(std::move(file));
-    if (!decoder)
-        return {nullptr, EngineError::InvalidSoundFile};
-    auto store = SampleStore::create(decoder->rate(), decoder->channels(), decoder->length());
-    if (!store)
-        return {nullptr, EngineError::NotEnoughMemory};
-    return {std::make_unique<StoredSound>(std::move(store), std::move(decoder)), EngineError::None};
+    return storeFrom(openStream(std::move(file)));
 }
 
 }  // namespace sound

@@ -10,13 +10,20 @@ namespace {
 /// Longer gaps are not believed at once: a forged time must not cost an hour of silence in one block.
 constexpr std::int64_t longestGapInSeconds = 60;
 
+/// In some containers each piece bears its place, so that pieces which are missing altogether leave a gap in the
+/// times. Those of Ogg are right only from page to page.
+std::int64_t smallestGapIn(const AvInput& input)
+{
+    constexpr std::int64_t missingPage = 4096;
+    if (input.is("flac") || input.is("wv"))
+        return 1;
+    return input.is("ogg") ? missingPage : 0;
+}
+
 }  // namespace
 
-std::unique_ptr<FileDecoder> FileDecoder::open(std::shared_ptr<const RegularFile> file)
+std::unique_ptr<FileDecoder> FileDecoder::open(std::unique_ptr<AvInput> input)
 {
-    auto input = AvInput::open(std::move(file));
-    if (!input)
-        return nullptr;
     const FrameCount counted = countFrames(*input);
     if (counted.value <= 0)
         return nullptr;
@@ -35,7 +42,7 @@ FileDecoder::FileDecoder(std::unique_ptr<AvInput> openInput, AvCodec openCodec, 
     , conversion(outputRate, outputChannels)
     , packet(av_packet_alloc())
     , frame(av_frame_alloc())
-    , placedByTime(input->is("flac") || input->is("ogg") || input->is("wv"))
+    , smallestGap(smallestGapIn(*input))
 {
 }
 
@@ -100,8 +107,10 @@ FrameCount FileDecoder::missingBefore(const AVFrame& decoded)
 
     std::int64_t gap = lostPackets * nominalFrame().value;
     const bool timesAreExact = av_cmp_q(seconds, frames) <= 0;
-    if (timesAreExact && decoded.pts != AV_NOPTS_VALUE && (placedByTime || lostPackets > 0))
-        gap = av_rescale_q(decoded.pts - origin, seconds, frames) - reached.value;
+    if (timesAreExact && decoded.pts != AV_NOPTS_VALUE && (smallestGap > 0 || lostPackets > 0)) {
+        const std::int64_t byTime = av_rescale_q(decoded.pts - origin, seconds, frames) - reached.value;
+        gap = lostPackets > 0 || byTime >= smallestGap ? byTime : 0;
+    }
     const std::int64_t longest =
         std::min(longestGapInSeconds * outputRate.hertz, std::max<std::int64_t>(0, counted.value - reached.value));
     return {std::clamp<std::int64_t>(gap, 0, longest)};

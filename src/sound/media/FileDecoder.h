@@ -14,8 +14,8 @@ namespace sound {
 class FileDecoder : public FrameStream
 {
 public:
-    /// Null where the file is no sound. Does not wait for discs longer than opening and counting take.
-    static std::unique_ptr<FileDecoder> open(std::shared_ptr<const RegularFile> file);
+    /// Null where there is no frame to decode, or no decoder.
+    static std::unique_ptr<FileDecoder> open(std::unique_ptr<AvInput> input);
 
     SampleRate rate() const override { return outputRate; }
     int channels() const override { return outputChannels; }
@@ -40,8 +40,8 @@ private:
     AvPacket packet;
     AvFrame frame;
 
-    bool placedByTime;     // the container tells each frame's place, so that a gap shows
-    bool drained = false;  // the decoder has been told that nothing follows
+    std::int64_t smallestGap;  // in the times of frames that were decoded without complaint; 0: times tell none
+    bool drained = false;      // the decoder has been told that nothing follows
     bool ended = false;
     std::int64_t lostPackets = 0;          // since the last good frame
     FrameCount lastFrame;                  // length of the last good frame

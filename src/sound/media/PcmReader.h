@@ -1,0 +1,47 @@
+#pragma once
+
+#include "sound/media/AvInput.h"
+#include "sound/media/FrameStream.h"
+#include "sound/media/counting/PcmChunks.h"
+
+#include <atomic>
+
+namespace sound {
+
+/// Reads plain samples straight from the file, for there is nothing to decode. Inside this folder only.
+class PcmReader : public FrameStream
+{
+public:
+    /// Null where the sound of @p input is of another kind, has more than two channels, or no frame.
+    static std::unique_ptr<PcmReader> open(const AvInput& input);
+
+    SampleRate rate() const override { return frameRate; }
+    int channels() const override { return channelCount; }
+    FrameCount length() const override;
+    bool next(std::vector<float>& interleaved) override;
+    void stop() override { stopped.store(true, std::memory_order_relaxed); }
+
+private:
+    using Convert = void (*)(const std::uint8_t* bytes, std::size_t samples, float* out);
+
+    struct Kind
+    {
+        std::size_t size = 0;  // of a sample, in bytes
+        Convert convert = nullptr;
+    };
+
+    PcmReader(const AvInput& input, ByteRange samples, Kind kind);
+    static Kind kindOf(AVCodecID codec);
+    std::size_t frameSize() const { return kind.size * static_cast<std::size_t>(channelCount); }
+
+    std::shared_ptr<const RegularFile> file;
+    SampleRate frameRate;
+    int channelCount;
+    ByteRange range;  // what is still to be read
+    std::int64_t frames;
+    Kind kind;
+    std::vector<std::uint8_t> bytes;
+    std::atomic<bool> stopped = false;
+};
+
+}  // namespace sound

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "sound/media/RegularFile.h"
+#include "sound/units/Frames.h"
+
+#include <optional>
+
+namespace sound {
+
+/// The frames of an MPEG audio file (MP3, MP2, MP1), without the encoder's delay and padding where its tag declares
+/// them, and without the frame that holds nothing but the tag. Nothing where the heads of the frames cannot be
+/// followed.
+std::optional<FrameCount> countMpegFrames(const RegularFile& file);
+
+}  // namespace sound

@@ -1,0 +1,121 @@
+#include "sound/media/counting/PcmChunks.h"
+
+#include "sound/media/counting/FileBytes.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <limits>
+
+namespace sound {
+namespace {
+
+// A file of nothing but tiny chunks must not be walked for ever.
+constexpr int mostChunks = 100'000;
+
+bool is(std::span<const std::uint8_t> bytes, const char* tag)
+{
+    return bytes.size() >= 4 && std::memcmp(bytes.data(), tag, 4) == 0;
+}
+
+std::optional<ByteRange> within(const FileBytes& bytes, std::int64_t begin, std::uint64_t size)
+{
+    const std::int64_t there = bytes.size() - begin;
+    if (begin < 0 || there <= 0)
+        return std::nullopt;
+    const auto end =
+        size < static_cast<std::uint64_t>(there) ? begin + static_cast<std::int64_t>(size) : bytes.size();
+    return ByteRange{begin, end};
+}
+
+std::optional<ByteRange> findInRiff(FileBytes& bytes)
+{
+    constexpr std::uint32_t unknown = 0xFFFFFFFF;
+    std::uint64_t longSize = 0;  // of a file beyond 4 GiB, told by a chunk of its own
+    std::int64_t offset = 12;
+    for (int i = 0; i < mostChunks; ++i) {
+        const auto head = bytes.exactlyAt(offset, 8);
+        if (head.empty())
+            return std::nullopt;
+        const std::uint32_t size = littleEndian32(head.subspan(4));
+        const std::int64_t body = offset + 8;
+        if (is(head, "data")) {
+            if (size == unknown && longSize != 0)
+                return within(bytes, body, longSize);
+            const bool neverWritten = size == 0 || size == unknown;
+            return within(bytes, body, neverWritten ? std::numeric_limits<std::uint64_t>::max() : size);
+        }
+        if (is(head, "ds64")) {
+            const auto sizes = bytes.exactlyAt(body, 16);
+            if (!sizes.empty())
+                longSize = littleEndian64(sizes.subspan(8));
+        }
+        offset = body + size + (size & 1);
+    }
+    return std::nullopt;
+}
+
+constexpr std::array<std::uint8_t, 16> wave64Riff = {'r',  'i',  'f',  'f',  0x2E, 0x91, 0xCF, 0x11,
+                                                     0xA5, 0xD6, 0x28, 0xDB, 0x04, 0xC1, 0x00, 0x00};
+
+std::optional<ByteRange> findInWave64(FileBytes& bytes)
+{
+    constexpr std::int64_t headSize = 24;  // a GUID, and the chunk's size with these bytes
+    std::int64_t offset = 40;
+    for (int i = 0; i < mostChunks; ++i) {
+        const auto head = bytes.exactlyAt(offset, headSize);
+        if (head.empty())
+            return std::nullopt;
+        const std::uint64_t size = littleEndian64(head.subspan(16));
+        if (is(head, "data")) {
+            const bool neverWritten = size <= headSize;
+            return within(bytes, offset + headSize,
+                          neverWritten ? std::numeric_limits<std::uint64_t>::max() : size - headSize);
+        }
+        if (size < headSize || size > static_cast<std::uint64_t>(bytes.size()))
+            return std::nullopt;
+        offset += static_cast<std::int64_t>((size + 7) & ~std::uint64_t{7});
+    }
+    return std::nullopt;
+}
+
+std::optional<ByteRange> findInAiff(FileBytes& bytes)
+{
+    std::int64_t offset = 12;
+    for (int i = 0; i < mostChunks; ++i) {
+        const auto head = bytes.exactlyAt(offset, 16);
+        if (head.empty())
+            return std::nullopt;
+        const std::uint32_t size = bigEndian32(head.subspan(4));
+        if (is(head, "SSND")) {
+            const std::uint32_t unusedBefore = bigEndian32(head.subspan(8));
+            const std::int64_t begin = offset + 16 + unusedBefore;
+            const std::int64_t end = size < 8 ? bytes.size() : offset + 8 + size;
+            return end > begin ? within(bytes, begin, static_cast<std::uint64_t>(end - begin)) : std::nullopt;
+        }
+        offset += 8 + static_cast<std::int64_t>(size) + (size & 1);
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<ByteRange> findPcmSamples(const RegularFile& file)
+{
+    FileBytes bytes(file);
+    std::array<std::uint8_t, 16> head = {};
+    const auto first = bytes.exactlyAt(0, head.size());
+    if (first.empty())
+        return std::nullopt;
+    std::ranges::copy(first, head.begin());
+    const auto form = std::span<const std::uint8_t>(head).subspan(8);
+    if ((is(head, "RIFF") || is(head, "RF64") || is(head, "BW64")) && is(form, "WAVE"))
+        return findInRiff(bytes);
+    if (head == wave64Riff)
+        return findInWave64(bytes);
+    if (is(head, "FORM") && (is(form, "AIFF") || is(form, "AIFC")))
+        return findInAiff(bytes);
+    return std::nullopt;
+}
+
+}  // namespace sound

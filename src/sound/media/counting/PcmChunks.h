@@ -1,0 +1,24 @@
+#pragma once
+
+#include "sound/media/RegularFile.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace sound {
+
+/// A stretch of a file, within its true size.
+struct ByteRange
+{
+    std::int64_t begin = 0;
+    std::int64_t end = 0;
+};
+
+/// Where the samples lie in a RIFF WAVE, RF64, Wave64, AIFF or AIFF-C file; nothing where it is none of these or
+/// has no samples.
+///
+/// A writer that never came to its end leaves a length of 0 or of all ones behind, and a file can have lost its
+/// end: the samples then go as far as the file does.
+std::optional<ByteRange> findPcmSamples(const RegularFile& file);
+
+}  // namespace sound
