@@ -1,0 +1,52 @@
+#pragma once
+
+#include "sound/units/Frames.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <memory>
+#include <vector>
+
+namespace sound::test {
+
+/// A sound server of the test's own, on a socket of its own, whose one output is a null sink in floating point at a
+/// rate of the test's choice. While it lives, this process and its children talk to it.
+class PrivatePulse
+{
+public:
+    explicit PrivatePulse(SampleRate rate);
+    ~PrivatePulse();
+
+    /// Whether the server answers; waits for it.
+    bool start();
+
+    /// Ends the server as a crash would.
+    void kill();
+
+    /// Records what the output plays, from now on.
+    bool startRecording();
+
+    /// Left and right interleaved.
+    std::vector<float> recordedSoFar() const;
+    std::vector<float> stopRecording();
+
+    /// Waits until the recording holds this many frames.
+    bool waitForFrames(std::int64_t count) const;
+
+private:
+    QString recordingPath() const;
+
+    SampleRate rate;
+    QTemporaryDir folder;
+    QByteArray serverBefore;
+    std::unique_ptr<QProcess> server;
+    std::unique_ptr<QProcess> recorder;
+};
+
+/// Where the first @p probe samples of @p wanted stand in @p heard, both interleaved stereo; -1 where they don't.
+std::int64_t frameOfMatch(const std::vector<float>& heard, const float* wanted, std::size_t probeSamples);
+
+/// The first frame that is not silent, or -1.
+std::int64_t firstSound(const std::vector<float>& heard);
+
+}  // namespace sound::test
