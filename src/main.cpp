@@ -1,0 +1,26 @@
+#include "app/frmMain.h"
+#include "engines/EngineSet.h"
+#include "sound/SoundEngines.h"
+#include "support/IconTheme.h"
+#include "support/dialogs/QtCommonDialog.h"
+#include "support/dialogs/QtMsgBox.h"
+#include "support/modSpecialFolders.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("Larkspin");
+    QApplication::setApplicationDisplayName("Larkspin");
+    QApplication::setDesktopFileName("larkspin");
+    const IconTheme icons;
+
+    const std::unique_ptr<EngineSet> engines = makeSoundEngines();
+    QtCommonDialog dialog;
+    QtMsgBox msgBox;
+    frmMain window(*engines, dialog, msgBox, modSpecialFolders::applicationFolder());
+    window.Load();
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,33 @@
+#include "support/IconTheme.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPalette>
+
+namespace {
+
+void chooseFallbackTheme()
+{
+    const QPalette palette = QGuiApplication::palette();
+    const bool dark = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+    const QString theme = dark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze");
+    if (QIcon::fallbackThemeName() != theme)
+        QIcon::setFallbackThemeName(theme);
+}
+
+}  // namespace
+
+IconTheme::IconTheme(QObject* parent)
+    : QObject(parent)
+{
+    chooseFallbackTheme();
+    qApp->installEventFilter(this);
+}
+
+bool IconTheme::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        chooseFallbackTheme();
+    return QObject::eventFilter(watched, event);
+}

@@ -1,0 +1,111 @@
+#include "support/controls/Slider.h"
+
+#include <QMouseEvent>
+#include <QStyleOptionSlider>
+#include <QWheelEvent>
+
+Slider::Slider(QWidget* parent)
+    : QSlider(Qt::Horizontal, parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    connect(this, &QSlider::valueChanged, this, &Slider::Change);
+}
+
+void Slider::stepOrRefuse(int step)
+{
+    const int wanted = value() + step;
+    if (wanted >= minimum() && wanted <= maximum())
+        setValue(wanted);
+}
+
+void Slider::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    const QPoint point = event->position().toPoint();
+    const QRect handle = handleRect();
+    const bool onHandle = handle.contains(point);
+    grabOffset = onHandle ? along(point) - along(handle.center()) : 0;
+    setSliderDown(true);
+    if (!onHandle)
+        setValue(valueAt(along(point)));
+    update();
+}
+
+void Slider::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!isSliderDown()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    setValue(valueAt(along(event->position().toPoint()) - grabOffset));
+}
+
+void Slider::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !isSliderDown()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    setSliderDown(false);
+    update();
+}
+
+// Touch pads turn the wheel by fractions of a notch: they add up.
+void Slider::wheelEvent(QWheelEvent* event)
+{
+    constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
+    const QPoint turn = event->angleDelta();
+    wheelRest += turn.y() != 0 ? turn.y() : -turn.x();
+    const int notches = wheelRest / notch;
+    wheelRest -= notches * notch;
+    const bool pages = event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+    if (notches != 0)
+        turnWheel(notches * (pages ? pageStep() : singleStep()));
+    event->accept();
+}
+
+void Slider::turnWheel(int units)
+{
+    setValue(value() + units);
+}
+
+void Slider::initStyleOption(QStyleOptionSlider* option) const
+{
+    QSlider::initStyleOption(option);
+    if (isSliderDown()) {
+        option->activeSubControls = QStyle::SC_SliderHandle;
+        option->state |= QStyle::State_Sunken;
+    }
+}
+
+QRect Slider::handleRect() const
+{
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    return style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
+}
+
+int Slider::along(const QPoint& point) const
+{
+    return orientation() == Qt::Horizontal ? point.x() : point.y();
+}
+
+int Slider::valueAt(int place) const
+{
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const QRect groove = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, this);
+    const QRect handle = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
+    const bool level = orientation() == Qt::Horizontal;
+    const int length = level ? handle.width() : handle.height();
+    const int first = level ? groove.left() : groove.top();
+    const int span = (level ? groove.width() : groove.height()) - length;
+    return QStyle::sliderValueFromPosition(minimum(), maximum(), place - first - length / 2, span,
+                                           option.upsideDown);
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QSlider>
+
+/// A slider whose value is the only store of a setting.
+///
+/// Whoever changes a setting (the mouse, a button, a key, another window) puts a value here and lets Change() tell
+/// the one routine that acts on it. A put outside the range is cut to it.
+///
+/// The handle goes to where the left button is pressed and follows it; a notch of the wheel is one single step,
+/// with Ctrl or Shift held one page step. The Tab key reaches it.
+class Slider : public QSlider
+{
+    Q_OBJECT
+
+public:
+    explicit Slider(QWidget* parent = nullptr);
+
+    /// Adds @p step to the value, or leaves it alone where the result would pass the minimum or the maximum.
+    void stepOrRefuse(int step);
+
+signals:
+    /// Sent once, before the put returns, for each put that changed the value; never for a put of the value held.
+    void Change();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void initStyleOption(QStyleOptionSlider* option) const override;
+
+    /// Moves the value by what the wheel was turned, in units of the value.
+    virtual void turnWheel(int units);
+
+    QRect handleRect() const;
+
+private:
+    int valueAt(int place) const;
+    int along(const QPoint& point) const;
+
+    int grabOffset = 0;
+    int wheelRest = 0;
+};

@@ -1,0 +1,69 @@
+#include "support/controls/TimeSlider.h"
+
+#include <QEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+
+TimeSlider::TimeSlider(QWidget* parent)
+    : Slider(parent)
+{
+}
+
+QString TimeSlider::valueTip() const
+{
+    return QStringLiteral("%1:%2").arg(value() / 60).arg(value() % 60, 2, 10, QLatin1Char('0'));
+}
+
+bool TimeSlider::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        showValueTip();
+        return true;
+    }
+    return Slider::event(event);
+}
+
+void TimeSlider::mousePressEvent(QMouseEvent* event)
+{
+    const bool taken = event->button() == Qt::LeftButton;
+    if (taken)
+        emit MouseDown();
+    Slider::mousePressEvent(event);
+    if (taken)
+        showValueTip();
+}
+
+void TimeSlider::mouseMoveEvent(QMouseEvent* event)
+{
+    Slider::mouseMoveEvent(event);
+    if (isSliderDown())
+        showValueTip();
+}
+
+void TimeSlider::mouseReleaseEvent(QMouseEvent* event)
+{
+    const bool held = isSliderDown();
+    Slider::mouseReleaseEvent(event);
+    if (held && !isSliderDown()) {
+        QToolTip::hideText();
+        emit MouseUp();
+    }
+}
+
+// A turn of the wheel is a move by hand like any other: taken, moved, let go. Under a hand that holds the handle
+// the wheel does nothing.
+void TimeSlider::turnWheel(int units)
+{
+    if (isSliderDown())
+        return;
+    emit MouseDown();
+    Slider::turnWheel(units);
+    emit MouseUp();
+}
+
+void TimeSlider::showValueTip()
+{
+    const QRect handle = handleRect();
+    QToolTip::showText(mapToGlobal(QPoint(handle.center().x(), handle.top() - 3 * handle.height())), valueTip(),
+                       this);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "support/controls/Slider.h"
+
+/// A slider over a sound: its value is whole seconds, and its value tip shows them as a time (7:05, 61:40).
+///
+/// The tip stands over the handle while the handle is dragged and comes up when the pointer rests on the slider.
+class TimeSlider : public Slider
+{
+    Q_OBJECT
+
+public:
+    explicit TimeSlider(QWidget* parent = nullptr);
+
+    /// The value as the tip shows it.
+    QString valueTip() const;
+
+signals:
+    /// The user takes hold of the slider: the left button goes down, or the wheel begins to turn. Sent before the
+    /// value moves.
+    void MouseDown();
+
+    /// The user lets go: the left button goes up, or the wheel has turned. Sent after the value has moved.
+    void MouseUp();
+
+protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void turnWheel(int units) override;
+
+private:
+    void showValueTip();
+};

@@ -1,0 +1,3 @@
+#include "support/dialogs/CommonDialog.h"
+
+CommonDialog::~CommonDialog() = default;

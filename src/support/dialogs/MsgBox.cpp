@@ -1,0 +1,3 @@
+#include "support/dialogs/MsgBox.h"
+
+MsgBox::~MsgBox() = default;

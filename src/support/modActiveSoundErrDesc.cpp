@@ -1,0 +1,151 @@
+#include "support/modActiveSoundErrDesc.h"
+
+#include <array>
+
+namespace {
+
+struct Description
+{
+    int code;
+    const char* text;
+};
+
+// Texts of facilities that this program does not use stay here: the table answers whatever an engine reports.
+constexpr std::array descriptions{
+    Description{-120, "Invalid filter type"},
+    Description{-119, "Invalid filter name"},
+    Description{-118, "Incoherent recording session"},
+    Description{-117, "The sound file is a headerless RAW PCM"},
+    Description{-116, "Undo is not available"},
+    Description{-115, "Delayed playback overlaps an existing one"},
+    Description{-114, "Player is busy"},
+    Description{-113, "Item not found"},
+    Description{-112, "The given item already exists"},
+    Description{-111, "The sound editor doesn't contain any sound"},
+    Description{-110, "The sound editor is busy"},
+    Description{-109, "Invalid editor"},
+    Description{-108, "The VST effect doesn't contain the given program"},
+    Description{-107, "The editor of the VST effect is visible"},
+    Description{-106, "The VST effect doesn't contain an editor"},
+    Description{-105, "The VST effect is not compatible with the current implementation of the control"},
+    Description{-104, "The VST effect still needs to be loaded"},
+    Description{-103, "VST effect failure"},
+    Description{-102, "Invalid VST identifier"},
+    Description{-101, "The DLL containing the VST effect was not found"},
+    Description{-100, "An unknown error occurred"},
+    Description{-97, "Recording session is being performed in memory and in an output file"},
+    Description{-96, "Reversed sound is not available"},
+    Description{-95, "The identifier is not related to an external custom DSP"},
+    Description{-94, "Custom DSP failure"},
+    Description{-93, "Invalid custom DSP identifier"},
+    Description{-92, "The custom DSP doesn't contain the requested function"},
+    Description{-91, "This is not a valid DLL for custom DSP management"},
+    Description{-90, "FTP upload impossible because the Windows sockets cannot be initialized"},
+    Description{-89, "FTP upload cancelled by the user"},
+    Description{-88, "FTP upload failure"},
+    Description{-87, "FTP remote directory not found"},
+    Description{-86, "FTP connection failed"},
+    Description{-85, "Cannot mix sound coming from remote URL"},
+    Description{-84, "Encoder failed to start"},
+    Description{-83,
+                "Encoder application not available inside the system or, in alternative, parameters passed to the "
+                "encoder were invalid."},
+    Description{-82, "Invalid export settings"},
+    Description{-81, "No selection available"},
+    Description{-80, "Invalid position"},
+    Description{-79, "Not enough room for containing WAV data"},
+    Description{-78, "The Cancel button was pressed after a selection of an ACM codec"},
+    Description{-77, "Unsupported ACM codec format"},
+    Description{-76, "Equalizer band not available"},
+    Description{-75, "Invalid equalizer file"},
+    Description{-74, "Reversed sound not available"},
+    Description{-73, "The recorder didn't performed any previous recording session in memory"},
+    Description{-72, "The sound exported in memory in WAV format is not available"},
+    Description{-71, "The provided speakers configuration is invalid"},
+    Description{-70, "Cannot assign a stereo sound to a mono speaker"},
+    Description{-69, "The current output device doesn't support Rear Center speakers"},
+    Description{-68, "The current output device doesn't support Center speakers"},
+    Description{-67, "The current output device doesn't support Rear speakers"},
+    Description{-66, "Speakers assignment disabled"},
+    Description{-65, "Sound waveform still not analyzed"},
+    Description{-64, "The recorder is busy"},
+    Description{-63, "Internet connection not available"},
+    Description{-62, "MCI error accessing CD drive"},
+    Description{-61, "Connection to CDDB server failed"},
+    Description{-60, "CDDB server not available"},
+    Description{-59, "Information about CD not available locally"},
+    Description{-58, "Information about CD not available on the CDDB server"},
+    Description{-57, "Query to CDDB server failed"},
+    Description{-56, "CD cover picture file not available"},
+    Description{-55, "URL for CD cover picture not available"},
+    Description{-54, "Error opening Sound Activation System silence log file"},
+    Description{-53, "The input format is not valid"},
+    Description{-52, "Invalid recorder"},
+    Description{-51, "The input channel is not valid"},
+    Description{-50, "The input device is not valid"},
+    Description{-49, "The component is still not initialized"},
+    Description{-48, "The requested information is currently unavailable"},
+    Description{-47, "Cannot fade songs whose duration is shorter than the overall fading time"},
+    Description{
+        -46, "Cannot fade two players that are already playing: at least one of them must be paused or stopped."},
+    Description{-45,
+                "Cannot use the given playlist for fading because all of the contained songs duration is shorter "
+                "than the overall fading time"},
+    Description{-44, "Cannot fade on player B (probably because no playlist has been loaded)"},
+    Description{-43, "Cannot fade on player A (probably because no playlist has been loaded)"},
+    Description{-42, "The specified CD drive is busy loading another audio track"},
+    Description{-41, "The specified CD track is not an audio track"},
+    Description{-40, "The requested CD identification is not available"},
+    Description{-39, "The requested CD identification code is invalid"},
+    Description{-38, "The requested CD action is invalid"},
+    Description{-37, "The specified CD audio track is invalid"},
+    Description{-36, "The specified CD drive is not ready"},
+    Description{-35, "The specified CD drive is invalid"},
+    Description{-34, "The selected trigger doesn't exist"},
+    Description{-33, "A trigger with the given identification number already exists"},
+    Description{-32, "The fader is not ready: check the Fader.Init method for details"},
+    Description{-31, "It's not possible to perform a fade-in/fade-out using a single player"},
+    Description{-30, "You are trying to use a visual feedback that still doesn't exists"},
+    Description{-29, "The visual feedback you are trying to create already exists"},
+    Description{-28, "The given equalizer band is not available"},
+    Description{-27, "The Pitch change failed"},
+    Description{-26, "The Playback rate change failed"},
+    Description{-25, "The Tempo change failed"},
+    Description{-24, "Unsupported"},
+    Description{-23, "The given song cannot be used for mixing purposes"},
+    Description{-22, "The sound card chosen as the output device doesn't have a valid driver"},
+    Description{-21, "The last operation failed because not available for the loaded file format"},
+    Description{-20, "The last operation failed because no sound was loaded"},
+    Description{-19, "The DirectX version is older than version 8"},
+    Description{-18, "DirectX effects not available"},
+    Description{-17, "The EAX effects are not available on the current sound card"},
+    Description{-16, "Connection timeout"},
+    Description{-15, "No Internet connection cannot be established"},
+    Description{-14, "The control has already been initialized"},
+    Description{-13, "Error during Internet stream buffering"},
+    Description{-12, "The selected special effect is not available (probably the passed value was out of range)"},
+    Description{-11, "The selected mixer index is out of range"},
+    Description{-10, "The destination position of a playlist item is invalid (out of range)"},
+    Description{-9, "The source position of a playlist item is invalid (out of range)"},
+    Description{-8, "A file creation failed (probably attempting to save a playlist file)"},
+    Description{-7, "Invalid playlist file"},
+    Description{-6, "Invalid sound file"},
+    Description{-5, "The sound card chosen as the output device is not a compatible sound card"},
+    Description{-4, "Not used by this control"},
+    Description{-3,
+                "The value of one of the parameters passed to the method was out of the available range of values"},
+    Description{-2, "Not enough memory"},
+    Description{-1, "Invalid Player"},
+    Description{0, "No error was generated by the latest method call"},
+};
+
+}  // namespace
+
+QString modActiveSoundErrDesc::description(int code)
+{
+    for (const Description& known : descriptions) {
+        if (known.code == code)
+            return QString::fromUtf8(known.text);
+    }
+    return {};
+}

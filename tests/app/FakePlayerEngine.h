@@ -1,0 +1,66 @@
+#pragma once
+
+#include "engines/EditorEngine.h"
+#include "engines/EngineSet.h"
+#include "engines/PlayerEngine.h"
+
+#include <QElapsedTimer>
+
+/// A player without sound that keeps time like a real one: for looking at the window.
+class FakePlayerEngine : public PlayerEngine, private VuMeterControl
+{
+public:
+    void InitPlayers(short, int, short, short, short, short) override {}
+    int LoadSound(short, const QString&) override;
+    int LoadSoundForExport(short, const QString&) override { return 0; }
+    void CloseSound(short) override;
+    void PlaySound(short) override;
+    void PlaySoundRange(short, int begin, int end, int repeat) override;
+    int PlaySoundSegment(short, const int&, int) override { return 0; }
+    void PauseSound(short) override;
+    void ResumeSound(short) override;
+    void StopSound(short) override;
+    void SeekSound(short, int position) override;
+    int GetPosition(short) const override;
+    int GetDuration(short) const override;
+    int GetPlayerStatus(short) const override;
+    void ChangeTempo(short, float) override {}
+    void ChangeRate(short, float) override {}
+    void ChangePitchSemitones(short, short) override {}
+    void ChangePitchCents(short, float) override {}
+    void SetGain(short, short) override {}
+    void SetBalance(short, short) override {}
+    void EnableEqualizer(bool) override {}
+    void AddEqualizerBand(short, float, float, float) override {}
+    void ChangeEqualizerBand(short, float, const float&) override {}
+    short GetEqualizerBandCount(short) const override { return 0; }
+    float GetEqualizerBandFrequency(short, int) const override { return 0; }
+    void GetEqualizerBand(short, float&, float&, float&) const override {}
+    void ResetEqualizer(short) override {}
+    void LoadEqualizerPreset(short, int) override {}
+    int LoadEqualizerFile(short, const QString&) override { return 0; }
+    int SaveEqualizerFile(short, const QString&) override { return 0; }
+    int ExportSoundRange(short, const QString&, int, const int&) override { return 0; }
+    int LastError() const override { return 0; }
+    VuMeterControl& VuMeter() override { return *this; }
+
+private:
+    void SetVuMeterMode(short, short) override {}
+    void EnableVuMeter(short, short) override {}
+
+    static constexpr int duration = 3 * 60000 + 7500;
+
+    int status = Empty;
+    int startedAt = 0;
+    int loopBegin = 0;
+    int loopEnd = 0;
+    bool looping = false;
+    QElapsedTimer sinceStart;
+};
+
+class FakeEngineSet : public EngineSet
+{
+public:
+    std::unique_ptr<PlayerEngine> createPlayer() override;
+    std::unique_ptr<EditorEngine> createEditor() override;
+};

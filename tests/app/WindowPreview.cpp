@@ -1,0 +1,78 @@
+#include "app/FakePlayerEngine.h"
+#include "app/frmMain.h"
+#include "support/IconTheme.h"
+#include "support/controls/ListBox.h"
+#include "support/controls/Slider.h"
+#include "support/dialogs/QtCommonDialog.h"
+#include "support/dialogs/QtMsgBox.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTemporaryFile>
+
+namespace {
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(49, 54, 59), QColor(42, 46, 50));
+    palette.setColor(QPalette::Base, QColor(27, 30, 32));
+    palette.setColor(QPalette::AlternateBase, QColor(35, 38, 41));
+    palette.setColor(QPalette::Highlight, QColor(61, 174, 233));
+    palette.setColor(QPalette::HighlightedText, QColor(252, 252, 252));
+    return palette;
+}
+
+// Other languages take half as much room again.
+void lengthenCaptions(QWidget& window)
+{
+    const auto longer = [](const QString& text) { return text + QString(text.size() / 2, u'n'); };
+    for (QLabel* label : window.findChildren<QLabel*>()) {
+        if (label->text().contains(u' ') || label->text().endsWith(u"Tempo"))
+            label->setText(longer(label->text()));
+    }
+    for (QAbstractButton* button : window.findChildren<QAbstractButton*>())
+        button->setText(button->text().isEmpty() ? QString() : longer(button->text()));
+}
+
+}  // namespace
+
+// Shows the main window with a player that only keeps time, to look at it: [dark] [long] [empty].
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("Larkspin");
+    const QStringList wishes = QApplication::arguments();
+    if (wishes.contains("fusion") || wishes.contains("dark"))
+        QApplication::setStyle(QStyleFactory::create("Fusion"));
+    if (wishes.contains("dark"))
+        QApplication::setPalette(darkPalette());
+    const IconTheme icons;
+
+    FakeEngineSet engines;
+    QtCommonDialog dialog;
+    QtMsgBox msgBox;
+    const QTemporaryDir folder;
+    QTemporaryFile sound;
+    sound.open();
+    frmMain window(engines, dialog, msgBox, folder.path());
+    if (!wishes.contains("empty")) {
+        const QStringList labels{"Autumn Leaves (MP3 file)", "Blue Bossa - backing track. (FLAC file)",
+                                 "Czardas (Wav file)", "Etude No. 3 (Ogg Vorbis file)", "Lesson 12 (ALAC file)"};
+        window.findChild<ListBox*>("lstAudio")->addItems(labels);
+        window.findChild<ListBox*>("lstPath")->addItems(QStringList(labels.size(), sound.fileName()));
+        window.findChild<ListBox*>("lstAudio")->setListIndex(1);
+        window.findChild<Slider*>("sldBeginLoop")->setValue(42);
+        window.findChild<Slider*>("sldEndLoop")->setValue(101);
+        window.findChild<Slider*>("sldTempo")->setValue(-20);
+        window.findChild<Slider*>("sldPitchSemi")->setValue(2);
+        window.findChild<QAbstractButton*>("cmdPlayLoop")->click();
+    }
+    if (wishes.contains("long"))
+        lengthenCaptions(window);
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,433 @@
+#include "app/frmMain.h"
+
+#include "engines/MockEditorEngine.h"
+#include "engines/MockEngineSet.h"
+#include "engines/MockPlayerEngine.h"
+#include "playback/PanelTest.h"
+#include "support/controls/ListBox.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using ::testing::_;
+using ::testing::InSequence;
+using ::testing::Invoke;
+using ::testing::Return;
+using ::testing::ReturnRef;
+using ::testing::StrictMock;
+
+namespace {
+
+class MainWindow : public ::testing::Test
+{
+protected:
+    QTemporaryDir folder;
+    StrictMock<MockMsgBox> msgBox;
+    StrictMock<MockCommonDialog> dialog;
+    StrictMock<MockEngineSet> engines;
+    StrictMock<MockVuMeter> meter;
+    StrictMock<MockPlayerEngine>* player = nullptr;
+    StrictMock<MockEditorEngine>* editor = nullptr;
+    std::unique_ptr<frmMain> window;
+
+    enum class EditorIs
+    {
+        There,
+        Missing,
+    };
+
+    void make(EditorIs editorIs = EditorIs::There)
+    {
+        auto ownedPlayer = std::make_unique<StrictMock<MockPlayerEngine>>();
+        player = ownedPlayer.get();
+        EXPECT_CALL(engines, createPlayer).WillOnce(Return(::testing::ByMove(std::move(ownedPlayer))));
+        std::unique_ptr<StrictMock<MockEditorEngine>> ownedEditor;
+        if (editorIs == EditorIs::There)
+            ownedEditor = std::make_unique<StrictMock<MockEditorEngine>>();
+        editor = ownedEditor.get();
+        EXPECT_CALL(engines, createEditor).WillOnce(Return(::testing::ByMove(std::move(ownedEditor))));
+        EXPECT_CALL(*player, VuMeter).WillRepeatedly(ReturnRef(meter));
+        window = std::make_unique<frmMain>(engines, dialog, msgBox, folder.path());
+    }
+
+    void expectEngineStart()
+    {
+        const auto handle = static_cast<int>(window->winId());
+        EXPECT_CALL(*player, InitPlayers(1, handle, 0, 0, 0, 0));
+        EXPECT_CALL(meter, SetVuMeterMode(0, 0));
+        EXPECT_CALL(meter, EnableVuMeter(0, 1));
+        if (editor)
+            EXPECT_CALL(*editor, InitEditor(handle));
+    }
+
+    void load()
+    {
+        {
+            const InSequence order;
+            expectEngineStart();
+        }
+        window->Load();
+    }
+
+    void writeLists(const QByteArray& labels, const QByteArray& paths) const
+    {
+        write("list.pms", labels);
+        write("path.pms", paths);
+    }
+
+    void write(const QString& name, const QByteArray& content) const
+    {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    QByteArray read(const QString& name) const
+    {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
+    }
+
+    /// A window with one real file in its playlist.
+    void makeWithAFile()
+    {
+        write("song.wav", "");
+        writeLists("song (Wav file)\r\n", folder.filePath("song.wav").toUtf8() + "\r\n");
+        make();
+        load();
+    }
+
+    void pickTheFile()
+    {
+        EXPECT_CALL(*player, LoadSound(0, folder.filePath("song.wav"))).WillOnce(Return(0));
+        EXPECT_CALL(*player, GetDuration(0)).WillOnce(Return(60000));
+        EXPECT_CALL(*player, GetPosition(0)).WillOnce(Return(0));
+        list().setListIndex(0);
+    }
+
+    ListBox& list() const { return control<ListBox>(*window, "lstAudio"); }
+    ListBox& paths() const { return control<ListBox>(*window, "lstPath"); }
+    void trigger(const char* action) const { window->findChild<QAction*>(action)->trigger(); }
+};
+
+TEST_F(MainWindow, IsTitledAndCollapsedAtFirst)
+{
+    make();
+    EXPECT_EQ(window->windowTitle(), "Larkspin");
+    EXPECT_EQ(window->height(), 534);
+    EXPECT_EQ(textOf(*window, "lblOutputMode"), "Output mode : Sound preview");
+    EXPECT_EQ(textOf(*window, "lblWavExportStatus"), "");
+}
+
+TEST_F(MainWindow, AsksNothingOfTheEnginesBeforeItIsLoaded)
+{
+    make();
+}
+
+TEST_F(MainWindow, StartsPlayerMeterAndEditorBeforeItReadsTheLists)
+{
+    make();
+    {
+        const InSequence order;
+        expectEngineStart();
+        EXPECT_CALL(msgBox, show(QString("No such file or directory"), MsgBox::Look::Exclamation, QString("Error")))
+            .WillOnce([this] { write("path.pms", "/music/a.mp3\r\n"); });
+    }
+    window->Load();
+    EXPECT_EQ(list().count(), 0);
+    EXPECT_EQ(paths().itemText(0), "/music/a.mp3");  // it was read after list.pms had failed
+}
+
+TEST_F(MainWindow, ShowsABoxForEachListFileOnItsFirstRunAndWorks)
+{
+    make();
+    expectEngineStart();
+    EXPECT_CALL(msgBox, show(_, MsgBox::Look::Exclamation, QString("Error"))).Times(2);
+    window->Load();
+    EXPECT_EQ(list().count(), 0);
+    window->show();
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(MainWindow, GoesOnWithoutAnEditor)
+{
+    writeLists("a (MP3 file)\r\n", "/music/a.mp3\r\n");
+    make(EditorIs::Missing);
+    load();
+    EXPECT_EQ(list().count(), 1);
+}
+
+TEST_F(MainWindow, ReadsItsPlaylistAndSelectsAndLoadsNothing)
+{
+    writeLists("a (MP3 file)\r\nb (Wav file)\r\n", "/music/a.mp3\r\n/music/b.wav\r\n");
+    make();
+    load();
+    EXPECT_EQ(list().itemText(1), "b (Wav file)");
+    EXPECT_EQ(paths().itemText(1), "/music/b.wav");
+    EXPECT_EQ(list().listIndex(), -1);
+    EXPECT_FALSE(control<QTimer>(*window, "tmrPosition").isActive());
+}
+
+TEST_F(MainWindow, WritesItsPlaylistWhenItCloses)
+{
+    writeLists("a, b (MP3 file)\r\n", "/music/a.mp3\r\n");
+    make();
+    load();
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(read("list.pms"), QByteArray("a\r\nb (MP3 file)\r\n"));
+    EXPECT_EQ(read("path.pms"), QByteArray("/music/a.mp3\r\n"));
+}
+
+TEST_F(MainWindow, ClosesOnceAndStopsNoEngine)
+{
+    makeWithAFile();
+    pickTheFile();
+    EXPECT_TRUE(window->close());
+    QFile::remove(folder.filePath("list.pms"));
+    window->close();
+    EXPECT_EQ(read("list.pms"), QByteArray("no such file"));
+}
+
+TEST_F(MainWindow, ClosesThoughItsPlaylistCannotBeWritten)
+{
+    writeLists("", "");
+    make();
+    load();
+    window->show();
+    folder.remove();
+    EXPECT_CALL(msgBox, show(QString("No such file or directory"), MsgBox::Look::Exclamation, QString("Error")))
+        .Times(2);
+    EXPECT_TRUE(window->close());
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(MainWindow, LoadsAnItemOnceForAClick)
+{
+    makeWithAFile();
+    window->show();
+    EXPECT_CALL(*player, LoadSound(0, folder.filePath("song.wav"))).Times(1).WillRepeatedly(Return(0));
+    EXPECT_CALL(*player, GetDuration(0)).WillOnce(Return(60000));
+    EXPECT_CALL(*player, GetPosition(0)).WillOnce(Return(0));
+    const QPoint item = list().visualRect(list().model()->index(0, 0)).center();
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, item);
+    EXPECT_EQ(valueOf(*window, "sldEndLoop"), 60);
+}
+
+TEST_F(MainWindow, LoadsTheSameItemAgainFromTheStart)
+{
+    makeWithAFile();
+    window->show();
+    EXPECT_CALL(*player, LoadSound(0, folder.filePath("song.wav"))).Times(2).WillRepeatedly(Return(0));
+    EXPECT_CALL(*player, GetDuration(0)).Times(2).WillRepeatedly(Return(60000));
+    EXPECT_CALL(*player, GetPosition(0)).Times(2).WillRepeatedly(Return(0));
+    const QPoint item = list().visualRect(list().model()->index(0, 0)).center();
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, item);
+    QTest::mouseClick(list().viewport(), Qt::RightButton, {}, item);
+}
+
+TEST_F(MainWindow, TellsOfAMissingFileAndKeepsTheLoop)
+{
+    writeLists("gone (Wav file)\r\n", "/nowhere/gone.wav\r\n");
+    make();
+    load();
+    EXPECT_CALL(msgBox,
+                show(QString("File doesn't exist, or CD not presented."), MsgBox::Look::Exclamation, QString()));
+    list().setListIndex(0);
+    EXPECT_EQ(list().listIndex(), 0);
+}
+
+TEST_F(MainWindow, LoopsFromThePanelAndTheContextMenuButNotFromTheToolbar)
+{
+    makeWithAFile();
+    pickTheFile();
+    click(*window, "tlbCmdPlayLoop");
+    EXPECT_CALL(*player, PlaySoundRange(0, 0, 60000, -1)).Times(2);
+    click(*window, "cmdPlayLoop");
+    trigger("mnuPlayLoopListItem");
+}
+
+TEST_F(MainWindow, PlaysFromPanelToolbarAndContextMenu)
+{
+    makeWithAFile();
+    pickTheFile();
+    EXPECT_CALL(*player, PlaySound(0)).Times(3);
+    click(*window, "cmdPlay");
+    click(*window, "tlbCmdPlay");
+    trigger("mnuPlayListItem");
+}
+
+TEST_F(MainWindow, SharesTheLoopBetweenItsPanels)
+{
+    makeWithAFile();
+    pickTheFile();
+    EXPECT_CALL(*player, PlaySoundRange(0, 0, 60000, -1));
+    click(*window, "cmdPlayLoop");
+
+    EXPECT_CALL(*player, PlaySoundRange(0, 1000, 60000, -1));
+    put(*window, "sldBeginLoop", 1);
+
+    {
+        const InSequence order;
+        EXPECT_CALL(*player, StopSound(0));
+        EXPECT_CALL(*player, SeekSound(0, 1000));
+    }
+    click(*window, "tlbCmdStop");
+
+    EXPECT_CALL(*player, PlaySound(0));
+    click(*window, "tlbCmdPlay");
+    put(*window, "sldBeginLoop", 2);  // the loop has ended: no call
+}
+
+TEST_F(MainWindow, EndsTheLoopWithANewLoad)
+{
+    makeWithAFile();
+    pickTheFile();
+    EXPECT_CALL(*player, PlaySoundRange(0, 0, 60000, -1));
+    click(*window, "cmdPlayLoop");
+    list().setListIndex(-1);
+    pickTheFile();
+    EXPECT_CALL(*player, StopSound(0));
+    click(*window, "cmdStop");
+}
+
+TEST_F(MainWindow, PausesStopsAndWindsFromTheToolbar)
+{
+    makeWithAFile();
+    pickTheFile();
+    EXPECT_CALL(*player, GetPlayerStatus(0)).WillOnce(Return(1));
+    EXPECT_CALL(*player, PauseSound(0));
+    click(*window, "tlbCmdPause");
+    EXPECT_CALL(*player, StopSound(0));
+    click(*window, "tlbCmdStop");
+    EXPECT_CALL(*player, GetPosition(0)).WillRepeatedly(Return(30000));
+    EXPECT_CALL(*player, GetDuration(0)).WillRepeatedly(Return(60000));
+    EXPECT_CALL(*player, SeekSound(0, 25000));
+    click(*window, "tlbCmdRewind");
+    EXPECT_CALL(*player, SeekSound(0, 35000));
+    click(*window, "tlbCmdFForward");
+}
+
+TEST_F(MainWindow, MovesTheLoopWindowFromTheToolbar)
+{
+    makeWithAFile();
+    put(*window, "sldBeginLoop", 10);
+    put(*window, "sldEndLoop", 20);
+    click(*window, "tlbCmdLoopWinForward");
+    EXPECT_EQ(valueOf(*window, "sldBeginLoop"), 11);
+    EXPECT_EQ(valueOf(*window, "sldEndLoop"), 21);
+    click(*window, "tlbCmdLoopWinBack");
+    click(*window, "tlbCmdLoopWinBack");
+    EXPECT_EQ(valueOf(*window, "sldBeginLoop"), 9);
+    EXPECT_EQ(valueOf(*window, "sldEndLoop"), 19);
+}
+
+TEST_F(MainWindow, OpensRemovesAndClearsFromTheToolbar)
+{
+    makeWithAFile();
+    FileDialogAnswer answer;
+    answer.fileName = "/music/new.mp3";
+    answer.fileTitle = "new.mp3";
+    EXPECT_CALL(dialog, ShowOpen).WillOnce(Return(answer));
+    click(*window, "tlbCmdOpen");
+    EXPECT_EQ(list().itemText(1), "new (MP3 file)");
+
+    click(*window, "tlbCmdClear");  // nothing is selected
+    EXPECT_EQ(list().count(), 2);
+    pickTheFile();
+    EXPECT_CALL(*player, CloseSound(0));
+    click(*window, "tlbCmdClear");
+    EXPECT_EQ(list().count(), 1);
+
+    EXPECT_CALL(*player, GetDuration(0)).WillOnce(Return(0));
+    click(*window, "tlbCmdClearAll");
+    EXPECT_EQ(list().count(), 0);
+    EXPECT_EQ(paths().count(), 0);
+}
+
+TEST_F(MainWindow, ShowsThePlayersConversionInItsStatusRow)
+{
+    make();
+    emit player->ConversionPercent(0, 7);
+    EXPECT_EQ(textOf(*window, "lblWavExportStatus"), "Exporting audio : 7 %");
+    emit player->ConversionDone(0, 1);
+    EXPECT_EQ(textOf(*window, "lblWavExportStatus"), "");
+}
+
+struct ToolTipRow
+{
+    const char* button;
+    const char* toolTip;
+};
+
+class EachToolbarButton : public MainWindow, public ::testing::WithParamInterface<ToolTipRow>
+{
+};
+
+TEST_P(EachToolbarButton, HasItsToolTipAndANameForScreenReaders)
+{
+    make();
+    const auto& button = control<QToolButton>(*window, GetParam().button);
+    EXPECT_EQ(button.toolTip(), GetParam().toolTip);
+    EXPECT_NE(button.accessibleName(), "");
+    EXPECT_TRUE(button.isEnabled());
+}
+
+INSTANTIATE_TEST_SUITE_P(Buttons, EachToolbarButton,
+                         ::testing::Values(ToolTipRow{"tlbCmdOpen", "Open audio file"},
+                                           ToolTipRow{"tlbCmdClear", "Remove selected item"},
+                                           ToolTipRow{"tlbCmdClearAll", ""},
+                                           ToolTipRow{"tlbCmdRewind", "5 seconds back"},
+                                           ToolTipRow{"tlbCmdFForward", "5 seconds forward"},
+                                           ToolTipRow{"tlbCmdPlay", ""}, ToolTipRow{"tlbCmdPlayLoop", "Play loop"},
+                                           ToolTipRow{"tlbCmdPause", "Pause"}, ToolTipRow{"tlbCmdStop", ""},
+                                           ToolTipRow{"tlbCmdLoopWinBack", "loop window 1 second back"},
+                                           ToolTipRow{"tlbCmdLoopWinForward", "loop window 1 second forward"}),
+                         [](const auto& info) { return std::string(info.param.button); });
+
+/// Every control that the user can reach, so that a screen reader says what it is.
+TEST_F(MainWindow, NamesAllItsControlsForScreenReaders)
+{
+    make();
+    window->show();
+    for (const QWidget* widget : window->findChildren<QWidget*>()) {
+        const bool isControl = widget->focusPolicy() & Qt::TabFocus;
+        const QByteArray name = widget->objectName().toUtf8();
+        if (!isControl || name.startsWith("qt_") || !widget->isVisible())
+            continue;
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        const bool captioned = button && !button->text().isEmpty();
+        EXPECT_TRUE(captioned || !widget->accessibleName().isEmpty()) << name.constData();
+        EXPECT_FALSE(name.isEmpty()) << widget->metaObject()->className();
+    }
+}
+
+TEST_F(MainWindow, GivesEachOfItsButtonsAPicture)
+{
+    make();
+    for (const QToolButton* button : window->findChildren<QToolButton*>()) {
+        if (button->objectName().startsWith("qt_"))
+            continue;
+        EXPECT_FALSE(button->icon().name().isEmpty() && button->icon().isNull())
+            << qPrintable(button->objectName());
+    }
+}
+
+TEST_F(MainWindow, FitsOnASmallScreenWithCaptionsHalfAsLongAgain)
+{
+    make();
+    for (QLabel* label : window->findChildren<QLabel*>()) {
+        if (label->objectName() != "lblTime")
+            label->setText(label->text() + QString(label->text().size() / 2, u'n'));
+    }
+    auto& box = control<QCheckBox>(*window, "chkApplySettings");
+    box.setText(box.text() + QString(box.text().size() / 2, u'n'));
+    window->show();
+    EXPECT_LE(window->minimumSizeHint().width(), 1024);
+    EXPECT_LE(window->minimumSizeHint().height(), 534);
+}
+
+}  // namespace

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "engines/EditorEngine.h"
+#include "engines/EngineSet.h"
+#include "engines/PlayerEngine.h"
+
+#include <gmock/gmock.h>
+
+class MockEngineSet : public EngineSet
+{
+public:
+    MOCK_METHOD(std::unique_ptr<PlayerEngine>, createPlayer, (), (override));
+    MOCK_METHOD(std::unique_ptr<EditorEngine>, createEditor, (), (override));
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "QtPrinters.h"
+#include "engines/MockPlayerEngine.h"
+#include "support/MockDialogs.h"
+#include "support/controls/TimeSlider.h"
+
+#include <gtest/gtest.h>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTimer>
+#include <QToolButton>
+
+/// Finds a panel's controls by their names. A name that is not there, or is of another kind, fails the test.
+template <typename Control>
+Control& control(const QWidget& panel, const char* name)
+{
+    auto* found = panel.findChild<Control*>(name);
+    if (!found)
+        qFatal("no control of this kind is named %s", name);
+    return *found;
+}
+
+inline void click(const QWidget& panel, const char* button)
+{
+    control<QToolButton>(panel, button).click();
+}
+
+inline void put(const QWidget& panel, const char* slider, int value)
+{
+    control<Slider>(panel, slider).setValue(value);
+}
+
+inline int valueOf(const QWidget& panel, const char* slider)
+{
+    return control<Slider>(panel, slider).value();
+}
+
+inline QString textOf(const QWidget& panel, const char* label)
+{
+    return control<QLabel>(panel, label).text();
+}
+
+/// One tick, whether the timer runs or not.
+inline void fire(const QWidget& panel, const char* timer)
+{
+    QMetaObject::invokeMethod(&control<QTimer>(panel, timer), "timeout");
+}

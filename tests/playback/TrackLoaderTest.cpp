@@ -1,0 +1,157 @@
+#include "playback/TrackLoader.h"
+
+#include "playback/PanelTest.h"
+#include "playback/PlaybackState.h"
+#include "playback/PositionPanel.h"
+#include "playback/TempoPitchPanel.h"
+
+#include <QCheckBox>
+#include <QTemporaryFile>
+
+using ::testing::InSequence;
+using ::testing::Return;
+using ::testing::StrictMock;
+
+namespace {
+
+class Load : public ::testing::Test
+{
+protected:
+    StrictMock<MockPlayerEngine> engine;
+    StrictMock<MockMsgBox> msgBox;
+    PlaybackState state;
+    PositionPanel position{engine, state};
+    TempoPitchPanel tempoPitch{engine};
+    TrackLoader loader{engine, state, position, tempoPitch, msgBox};
+    QTemporaryFile file;
+
+    Load()
+    {
+        EXPECT_TRUE(file.open());
+        state.CurrentAudioPath = file.fileName();
+        EXPECT_CALL(engine, ChangeTempo(0, 10.0F));
+        put(tempoPitch, "sldTempo", 10);
+    }
+
+    bool timerRuns() const { return control<QTimer>(position, "tmrPosition").isActive(); }
+};
+
+TEST_F(Load, OfAMissingFileIsToldAndChangesNothing)
+{
+    state.CurrentAudioPath = "/media/cdrom/Track01.cda";
+    state.PlayLoopActive = true;
+    EXPECT_CALL(msgBox,
+                show(QString("File doesn't exist, or CD not presented."), MsgBox::Look::Exclamation, QString()));
+    loader.SetSoundTouchAudio();
+    EXPECT_TRUE(state.PlayLoopActive);
+    EXPECT_FALSE(timerRuns());
+    EXPECT_EQ(valueOf(position, "sldEndLoop"), 500);
+    EXPECT_EQ(valueOf(tempoPitch, "sldTempo"), 10);
+}
+
+TEST_F(Load, OfAnEmptyPathIsToldAsAMissingFile)
+{
+    state.CurrentAudioPath.clear();
+    EXPECT_CALL(msgBox,
+                show(QString("File doesn't exist, or CD not presented."), MsgBox::Look::Exclamation, QString()));
+    loader.SetSoundTouchAudio();
+}
+
+TEST_F(Load, PreparesTheSlidersAndBringsTheEngineBackToNeutral)
+{
+    state.PlayLoopActive = true;
+    {
+        const InSequence order;
+        EXPECT_CALL(engine, LoadSound(0, file.fileName())).WillOnce([this] {
+            EXPECT_FALSE(state.PlayLoopActive);
+            return 0;
+        });
+        EXPECT_CALL(engine, GetDuration(0)).WillOnce(Return(187500));
+        EXPECT_CALL(engine, GetPosition(0)).WillOnce(Return(0));
+        EXPECT_CALL(engine, ChangeTempo(0, 0.0F));
+    }
+    loader.SetSoundTouchAudio();
+    EXPECT_EQ(valueOf(position, "sldEndLoop"), 188);
+    EXPECT_EQ(valueOf(position, "sldBeginLoop"), 0);
+    EXPECT_TRUE(timerRuns());
+    EXPECT_EQ(textOf(tempoPitch, "lblTempo"), "100%");
+}
+
+TEST_F(Load, RestartsNoLoopWhileItSpansTheSliders)
+{
+    state.PlayLoopActive = true;
+    EXPECT_CALL(engine, LoadSound).WillOnce(Return(0));
+    EXPECT_CALL(engine, GetDuration(0)).WillOnce(Return(1000));
+    EXPECT_CALL(engine, GetPosition(0)).WillOnce(Return(0));
+    EXPECT_CALL(engine, ChangeTempo(0, 0.0F));
+    loader.SetSoundTouchAudio();  // a strict engine gets no PlaySoundRange
+}
+
+TEST_F(Load, KeepsTheSettingsWithoutACallWhenTheyApplyToAllTracks)
+{
+    control<QCheckBox>(tempoPitch, "chkApplySettings").setChecked(true);
+    EXPECT_CALL(engine, LoadSound).WillOnce(Return(0));
+    EXPECT_CALL(engine, GetDuration(0)).WillOnce(Return(1000));
+    EXPECT_CALL(engine, GetPosition(0)).WillOnce(Return(0));
+    loader.SetSoundTouchAudio();
+    EXPECT_EQ(valueOf(tempoPitch, "sldTempo"), 10);
+}
+
+TEST_F(Load, ThatTheEngineRefusesIsToldWithItsReason)
+{
+    state.PlayLoopActive = true;
+    {
+        const InSequence order;
+        EXPECT_CALL(engine, LoadSound(0, file.fileName())).WillOnce(Return(1));
+        EXPECT_CALL(engine, LastError()).WillOnce(Return(-6));
+        EXPECT_CALL(msgBox, show(QString("File could not be loaded.\nInvalid sound file"), MsgBox::Look::Critical,
+                                 QString()));
+        EXPECT_CALL(engine, ChangeTempo(0, 0.0F));
+    }
+    loader.SetSoundTouchAudio();
+    EXPECT_FALSE(state.PlayLoopActive);
+    EXPECT_FALSE(timerRuns());
+    EXPECT_EQ(valueOf(position, "sldEndLoop"), 500);
+}
+
+TEST_F(Load, ThatFailsLeavesARunningTimerRunning)
+{
+    control<QTimer>(position, "tmrPosition").start();
+    EXPECT_CALL(engine, LoadSound).WillOnce(Return(-6));
+    EXPECT_CALL(engine, LastError()).WillOnce(Return(-6));
+    EXPECT_CALL(msgBox, show);
+    EXPECT_CALL(engine, ChangeTempo(0, 0.0F));
+    loader.SetSoundTouchAudio();
+    EXPECT_TRUE(timerRuns());
+}
+
+struct ReasonRow
+{
+    const char* name;
+    int code;
+    const char* text;
+};
+
+class EachReason : public Load, public ::testing::WithParamInterface<ReasonRow>
+{
+};
+
+TEST_P(EachReason, StandsBehindTheFailedAction)
+{
+    control<QCheckBox>(tempoPitch, "chkApplySettings").setChecked(true);
+    EXPECT_CALL(engine, LoadSound).WillOnce(Return(1));
+    EXPECT_CALL(engine, LastError()).WillOnce(Return(GetParam().code));
+    EXPECT_CALL(msgBox, show(QString(GetParam().text), MsgBox::Look::Critical, QString()));
+    loader.SetSoundTouchAudio();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Codes, EachReason,
+    ::testing::Values(ReasonRow{"NoCode", 0,
+                                "File could not be loaded.\nNo error was generated by the latest method call"},
+                      ReasonRow{"Lowest", -120, "File could not be loaded.\nInvalid filter type"},
+                      ReasonRow{"BelowTheTable", -121, "File could not be loaded.\n"},
+                      ReasonRow{"AboveTheTable", 1, "File could not be loaded.\n"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
