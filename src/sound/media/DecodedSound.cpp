@@ -1,5 +1,6 @@
 #include "sound/media/DecodedSound.h"
 
+#include "sound/media/CdTrack.h"
 #include "sound/media/DecodeWorker.h"
 #include "sound/media/FileDecoder.h"
 #include "sound/media/PcmReader.h"
@@ -59,6 +60,10 @@ OpenedSound storeFrom(std::unique_ptr<FrameStream> stream)
 
 OpenedSound DecodedSound::open(const QString& path)
 {
+    if (path.endsWith(QLatin1String(".cda"), Qt::CaseInsensitive)) {
+        auto track = openCdTrack(path);
+        return track.stream ? storeFrom(std::move(track.stream)) : OpenedSound{nullptr, track.error};
+    }
     auto file = RegularFile::open(path);
     if (!file)
         return {nullptr, EngineError::InvalidSoundFile};

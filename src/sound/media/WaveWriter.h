@@ -1,0 +1,61 @@
+#pragma once
+
+#include "engines/EngineError.h"
+#include "sound/media/WaveHead.h"
+#include "sound/units/Frames.h"
+
+#include <QByteArray>
+#include <QString>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace sound {
+
+/// Writes a RIFF WAVE file that is there whole under its name, or not at all.
+///
+/// The file grows under another name in the same folder and takes its own, in place of what bore it, when finish()
+/// has brought all of it to the disc. Whatever ends the writing before that leaves nothing behind and what bore the
+/// name untouched.
+///
+/// **Order.** write() any number of times, then finish() once. **Threads.** One at a time.
+class WaveWriter
+{
+public:
+    /// Makes the folders that are missing. Null where the file cannot be made. @p channels is 1 or 2.
+    static std::unique_ptr<WaveWriter> create(const QString& path, SampleRate rate, int channels,
+                                              WaveSamples samples);
+
+    /// Takes the file away again unless finish() succeeded.
+    ~WaveWriter();
+    WaveWriter(const WaveWriter&) = delete;
+    WaveWriter& operator=(const WaveWriter&) = delete;
+
+    /// Adds frames. For 16 bits they are rounded to the nearest step and cut at full scale. False when the disc is
+    /// full or fails; the file can then not be finished.
+    bool write(std::span<const float> interleaved);
+
+    /// None, or FileCreationFailed.
+    EngineError finish();
+
+private:
+    WaveWriter(int file, QByteArray name, QByteArray growingName, SampleRate rate, int channels,
+               WaveSamples samples);
+
+    void gather(float sample);
+    bool flush();
+
+    int file;
+    QByteArray name;
+    QByteArray growingName;  // empty once the file bears its own name
+    SampleRate rate;
+    int channels;
+    WaveSamples samples;
+    std::int64_t samplesWritten = 0;
+    std::int64_t end = 0;  // of the file so far
+    std::vector<std::byte> gathered;
+    bool failed = false;
+};
+
+}  // namespace sound
