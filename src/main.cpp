@@ -1,6 +1,6 @@
 #include "app/frmMain.h"
 #include "engines/EngineSet.h"
-#include "sound/SoundEngines.h"
+#include "sound/player/SoundEngines.h"
 #include "support/IconTheme.h"
 #include "support/dialogs/QtCommonDialog.h"
 #include "support/dialogs/QtMsgBox.h"
@@ -16,7 +16,7 @@ int main(int argc, char** argv)
     QApplication::setDesktopFileName("larkspin");
     const IconTheme icons;
 
-    const std::unique_ptr<EngineSet> engines = makeSoundEngines();
+    const std::unique_ptr<EngineSet> engines = sound::makeSoundEngines();
     QtCommonDialog dialog;
     QtMsgBox msgBox;
     frmMain window(*engines, dialog, msgBox, modSpecialFolders::applicationFolder());

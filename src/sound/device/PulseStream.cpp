@@ -8,6 +8,8 @@
 #include <pulse/operation.h>
 #include <pulse/proplist.h>
 #include <pulse/stream.h>
+#include <algorithm>
+#include <cmath>
 
 namespace sound {
 namespace {
@@ -75,6 +77,7 @@ void PulseStream::dropStream()
     pa_stream_unref(stream);
     stream = nullptr;
     started = false;
+    writtenSinceStop = {0};
 }
 
 void PulseStream::dropContext()
@@ -126,8 +129,12 @@ void PulseStream::makeStream()
     // late.
     buffer.prebuf = buffer.minreq;
     buffer.fragsize = static_cast<std::uint32_t>(-1);
-    const auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_INTERPOLATE_TIMING |
-                                                      PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_ADJUST_LATENCY);
+    // The library's own interpolation of the time goes wrong for a tenth of a second after each pause.
+    const auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_AUTO_TIMING_UPDATE |
+                                                      PA_STREAM_ADJUST_LATENCY);
+    pa_stream_set_latency_update_callback(
+        stream, [](pa_stream*, void* self) { static_cast<PulseStream*>(self)->takeReport(); }, this);
+    report = {};
     pa_stream_connect_playback(stream, nullptr, &buffer, flags, nullptr, nullptr);
 }
 
@@ -148,7 +155,38 @@ void PulseStream::start()
     if (started || !ready())
         return;
     started = true;
+    startedAt = Clock::now();
+    report.valid = false;
     release(pa_stream_cork(stream, 0, nullptr, nullptr));
+    reportsWanted = 10;
+    askForReport();
+}
+
+void PulseStream::askForReport()
+{
+    if (reportsWanted == 0 || !ready())
+        return;
+    --reportsWanted;
+    release(pa_stream_update_timing_info(stream, nullptr, nullptr));
+}
+
+void PulseStream::takeReport()
+{
+    const pa_timing_info* timing = started ? pa_stream_get_timing_info(stream) : nullptr;
+    if (timing == nullptr || timing->playing == 0 || timing->read_index_corrupt != 0 ||
+        timing->write_index_corrupt != 0)
+        return;
+    const double framesAMicrosecond = rate.hertz / 1e6;
+    report.heard =
+        static_cast<double>(timing->read_index) / bytesAFrame +
+        (static_cast<double>(timing->transport_usec) - static_cast<double>(timing->sink_usec)) * framesAMicrosecond;
+    report.at = Clock::now();
+    report.valid = true;
+}
+
+double PulseStream::heardNow() const
+{
+    return report.heard + std::chrono::duration<double>(Clock::now() - report.at).count() * rate.hertz;
 }
 
 void PulseStream::stop()
@@ -156,6 +194,7 @@ void PulseStream::stop()
     if (!started)
         return;
     started = false;
+    writtenSinceStop = {0};
     if (!ready())
         return;
     release(pa_stream_cork(stream, 1, nullptr, nullptr));
@@ -168,6 +207,7 @@ void PulseStream::wait(std::chrono::milliseconds longest)
     if (pa_mainloop_prepare(loop->mainloop, microseconds) >= 0 && pa_mainloop_poll(loop->mainloop) >= 0)
         pa_mainloop_dispatch(loop->mainloop);
     makeStream();
+    askForReport();
 }
 
 FrameCount PulseStream::wanted() const
@@ -181,18 +221,26 @@ FrameCount PulseStream::wanted() const
 
 void PulseStream::write(const float* stereo, FrameCount count)
 {
-    if (ready())
-        pa_stream_write(stream, stereo, static_cast<size_t>(count.value * bytesAFrame), nullptr, 0,
-                        PA_SEEK_RELATIVE);
+    if (!ready())
+        return;
+    pa_stream_write(stream, stereo, static_cast<size_t>(count.value * bytesAFrame), nullptr, 0, PA_SEEK_RELATIVE);
+    writtenSinceStop = writtenSinceStop + count;
 }
 
 FrameCount PulseStream::delay() const
 {
-    pa_usec_t latency = 0;
-    int negative = 0;
-    if (!ready() || pa_stream_get_latency(stream, &latency, &negative) < 0)
-        return framesIn(AudioOutput::longestDelay, rate);  // not measured yet: what was asked for
-    return negative != 0 ? FrameCount{0} : framesIn(std::chrono::microseconds{latency}, rate);
+    const pa_timing_info* timing = ready() ? pa_stream_get_timing_info(stream) : nullptr;
+    std::int64_t delay = 0;
+    if (timing != nullptr && started && report.valid) {
+        const double written = static_cast<double>(timing->write_index) / bytesAFrame;
+        delay = std::llround(written - heardNow());
+    } else {
+        // Not told yet: as if each frame were heard when the one before it is over.
+        const auto since = started ? Clock::now() - startedAt : Clock::duration{0};
+        const auto played = framesIn(std::chrono::duration_cast<std::chrono::microseconds>(since), rate);
+        delay = (writtenSinceStop - played).value;
+    }
+    return {std::max<std::int64_t>(0, delay)};
 }
 
 }  // namespace sound

@@ -43,9 +43,22 @@ public:
     FrameCount delay() const;
 
 private:
+    using Clock = std::chrono::steady_clock;
+
+    /// What the server told last of how far the sound is.
+    struct Report
+    {
+        double heard = 0;  // in frames since the stream was made, at the time below
+        Clock::time_point at;
+        bool valid = false;
+    };
+
     void makeStream();
     void dropStream();
     void dropContext();
+    void askForReport();
+    void takeReport();
+    double heardNow() const;
 
     struct Loop;
 
@@ -54,6 +67,10 @@ private:
     pa_stream* stream = nullptr;
     SampleRate rate;
     bool started = false;
+    Clock::time_point startedAt;
+    FrameCount writtenSinceStop;
+    Report report;
+    int reportsWanted = 0;  // soon after a start one is not enough
 };
 
 }  // namespace sound

@@ -1,0 +1,28 @@
+#include "sound/player/SoundEngines.h"
+
+#include "engines/EditorEngine.h"
+#include "sound/device/SystemOutput.h"
+#include "sound/player/SoundPlayerEngine.h"
+
+namespace sound {
+namespace {
+
+class SoundEngines : public EngineSet
+{
+public:
+    std::unique_ptr<PlayerEngine> createPlayer() override
+    {
+        return std::make_unique<SoundPlayerEngine>([] { return std::make_unique<SystemOutput>(); });
+    }
+
+    std::unique_ptr<EditorEngine> createEditor() override { return nullptr; }
+};
+
+}  // namespace
+
+std::unique_ptr<EngineSet> makeSoundEngines()
+{
+    return std::make_unique<SoundEngines>();
+}
+
+}  // namespace sound
