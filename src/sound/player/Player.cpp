@@ -108,6 +108,9 @@ void Player::resume()
 
 void Player::stop()
 {
+    // Said again and again while a sound stands at its beginning: nothing new for the render thread.
+    if (transport.motion == Transport::Motion::Stopped && !atEnd && transport.position == FramePosition{0})
+        return;
     transport.window = wholeOf(loaded->source().length());
     transport.motion = Transport::Motion::Stopped;
     jumpTo({0});
