@@ -65,6 +65,14 @@ protected:
         return true;
     }
 
+    // Loads a sound and waits until all of it is decoded: the test's clock runs faster than any decoder.
+    void loadDecoded(const QString& path)
+    {
+        ASSERT_EQ(engine.LoadSoundForExport(0, path), 0);
+        ASSERT_TRUE(eventually([this] { return !events.empty(); }));
+        events.clear();
+    }
+
     // The clock of the player's output made last.
     ManualClock& clock() { return *clocks.back(); }
 
@@ -195,7 +203,7 @@ TEST_F(SoundPlayerEngineTest, EventsComeThroughTheEventLoopAndNeverOutOfACall)
 TEST_F(SoundPlayerEngineTest, AtItsNaturalEndTheStatusIsThreeAndSoundFinishedCame)
 {
     init();
-    ASSERT_EQ(engine.LoadSound(0, sineFile("a.wav", 0.25)), 0);
+    loadDecoded(sineFile("a.wav", 0.25));
     engine.PlaySound(0);
     ASSERT_TRUE(eventually([&] { return clock().running(); }));
     clock().play(20000);
@@ -210,7 +218,7 @@ TEST_F(SoundPlayerEngineTest, AtItsNaturalEndTheStatusIsThreeAndSoundFinishedCam
 TEST_F(SoundPlayerEngineTest, ASegmentPlaysOnceAndFinishes)
 {
     init();
-    ASSERT_EQ(engine.LoadSound(0, sineFile("a.wav", 2)), 0);
+    loadDecoded(sineFile("a.wav", 2));
     const int begin = 500;
     EXPECT_EQ(engine.PlaySoundSegment(0, begin, 700), 0);
     EXPECT_EQ(engine.GetPosition(0), 500);
@@ -337,7 +345,7 @@ TEST_F(SoundPlayerEngineTest, PeaksAreReportedWhileItPlaysOnceTheMeterIsOn)
 {
     init();
     engine.VuMeter().SetVuMeterMode(0, 0);
-    ASSERT_EQ(engine.LoadSound(0, sineFile("a.wav", 5)), 0);
+    loadDecoded(sineFile("a.wav", 5));
     engine.PlaySound(0);
     ASSERT_TRUE(eventually([&] { return clock().running(); }));
     clock().play(22050);
@@ -405,9 +413,7 @@ TEST_P(HeardPitchTest, WhatIsHeardHasThePitchThatTheoryWants)
 {
     const HeardCase& heard = GetParam();
     init();
-    // All decoded first: the test's clock runs faster than any decoder.
-    ASSERT_EQ(engine.LoadSoundForExport(0, sineFile("a.flac", 12)), 0);
-    ASSERT_TRUE(eventually([&] { return !events.empty(); }));
+    loadDecoded(sineFile("a.flac", 12));
     engine.ChangeTempo(0, heard.tempo);
     engine.ChangeRate(0, heard.rate);
     engine.ChangePitchCents(0, heard.semitones);
