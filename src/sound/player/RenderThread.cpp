@@ -86,8 +86,7 @@ void RenderThread::run()
         const bool busy = started || renderer.rate() != outputRate;
         output->wait(busy ? reportInterval : -1ms);
     }
-    wakeable.store(nullptr);
-    output.reset();
+    // The output stays until the thread has been joined: it may just now be asked to wake.
 }
 
 // A sound of another rate needs the output opened anew, after what is under way has been heard.
