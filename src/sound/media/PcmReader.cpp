@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstring>
+#include <limits>
 
 namespace sound {
 namespace {
@@ -20,7 +22,7 @@ Word reversed(Word word)
         return __builtin_bswap64(word);
 }
 
-/// Integers of two or four bytes are divided by their full scale, which is exact; floats stay what they are.
+/// Integers of two or four bytes are divided by their full scale, which is exact.
 float toFloat(std::int16_t sample)
 {
     return static_cast<float>(sample) / 32768.0F;
@@ -31,11 +33,12 @@ float toFloat(std::int32_t sample)
 }
 float toFloat(float sample)
 {
-    return sample;
+    // What is no number, or beyond all of them, would never leave a filter again that it once went into.
+    return std::abs(sample) <= std::numeric_limits<float>::max() ? sample : 0.0F;
 }
 float toFloat(double sample)
 {
-    return static_cast<float>(sample);
+    return toFloat(static_cast<float>(sample));
 }
 
 template <typename Sample, typename Word, bool bigEndian>
