@@ -4,7 +4,7 @@
 #
 # usage: decode-compare.sh MEDIA_DECODE [RUNS]
 set -euo pipefail
-decode=$1
+decode=$(realpath -e "$1")
 runs=${2:-5}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -13,12 +13,12 @@ cd "$folder"
 ffmpeg -v error -f lavfi -i \
     "aevalsrc=0.4*sin(2*PI*(200+10*t)*t)+0.1*random(0)|0.3*sin(2*PI*330*t)+0.1*random(1):s=44100:d=600" source.wav
 
+# Puts the time that a command takes into $time; a command that fails ends the comparison.
 milliseconds() {
-    local begin end
+    local begin
     begin=$(date +%s%N)
-    "$@" > /dev/null
-    end=$(date +%s%N)
-    echo $(((end - begin) / 1000000))
+    "$@" > /dev/null || { echo "failed: $*" >&2; exit 1; }
+    time=$((($(date +%s%N) - begin) / 1000000))
 }
 
 compare() {
@@ -27,10 +27,10 @@ compare() {
     ffmpeg -v error -i source.wav "$@" "$file"
     local ours=999999 theirs=999999 time
     for ((run = 0; run < runs; ++run)); do
-        time=$(milliseconds ffmpeg -v error -i "$file" -f null -)
-        ((time < theirs)) && theirs=$time
-        time=$(milliseconds "$decode" "$file")
-        ((time < ours)) && ours=$time
+        milliseconds ffmpeg -v error -i "$file" -f null -
+        theirs=$((time < theirs ? time : theirs))
+        milliseconds "$decode" "$file"
+        ours=$((time < ours ? time : ours))
     done
     awk -v file="$file" -v ours="$ours" -v theirs="$theirs" \
         'BEGIN { printf "%-12s %6d ms   ffmpeg %6d ms   ratio %.2f\n", file, ours, theirs, theirs / ours }'

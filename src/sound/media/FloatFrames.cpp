@@ -1,8 +1,8 @@
 #include "sound/media/FloatFrames.h"
 
+#include "sound/media/Finite.h"
+
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <span>
 
 extern "C" {
@@ -12,12 +12,6 @@ extern "C" {
 
 namespace sound {
 namespace {
-
-/// What is no number, or beyond all of them, would never leave a filter again that it once went into.
-float finite(float sample)
-{
-    return std::abs(sample) <= std::numeric_limits<float>::max() ? sample : 0.0F;
-}
 
 float toFloat(std::uint8_t sample)
 {

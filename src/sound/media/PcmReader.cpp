@@ -1,10 +1,10 @@
 #include "sound/media/PcmReader.h"
 
+#include "sound/media/Finite.h"
+
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <cstring>
-#include <limits>
 
 namespace sound {
 namespace {
@@ -33,8 +33,7 @@ float toFloat(std::int32_t sample)
 }
 float toFloat(float sample)
 {
-    // What is no number, or beyond all of them, would never leave a filter again that it once went into.
-    return std::abs(sample) <= std::numeric_limits<float>::max() ? sample : 0.0F;
+    return finite(sample);
 }
 float toFloat(double sample)
 {
@@ -138,7 +137,6 @@ FrameCount PcmReader::length() const
 
 bool PcmReader::next(std::vector<float>& interleaved)
 {
-    interleaved.clear();
     const std::int64_t left = (range.end - range.begin) / static_cast<std::int64_t>(frameSize());
     if (left == 0 || stopped.load(std::memory_order_relaxed))
         return false;
@@ -146,8 +144,10 @@ bool PcmReader::next(std::vector<float>& interleaved)
     const std::size_t whole = file->readAt(range.begin, bytes) / frameSize();
     if (whole == 0)
         return false;
-    interleaved.resize(whole * static_cast<std::size_t>(channelCount));
-    kind.convert(bytes.data(), interleaved.size(), interleaved.data());
+    const std::size_t before = interleaved.size();
+    const std::size_t samples = whole * static_cast<std::size_t>(channelCount);
+    interleaved.resize(before + samples);
+    kind.convert(bytes.data(), samples, interleaved.data() + before);
     range.begin += static_cast<std::int64_t>(whole * frameSize());
     return true;
 }
