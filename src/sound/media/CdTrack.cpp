@@ -68,7 +68,6 @@ public:
 
     bool next(std::vector<float>& interleaved) override
     {
-        interleaved.clear();
         if (nextSector >= endSector || stopped.load(std::memory_order_relaxed))
             return false;
         const std::int16_t* samples = cdio_paranoia_read(paranoia.get(), nullptr);
@@ -76,9 +75,8 @@ public:
             return false;
         ++nextSector;
         constexpr int samplesPerSector = framesPerSector * cdChannels;
-        interleaved.resize(samplesPerSector);
-        for (std::size_t i = 0; i < interleaved.size(); ++i)
-            interleaved[i] = static_cast<float>(samples[i]) / 32768.0F;
+        for (int i = 0; i < samplesPerSector; ++i)
+            interleaved.push_back(static_cast<float>(samples[i]) / 32768.0F);
         return true;
     }
 

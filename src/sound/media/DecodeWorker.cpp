@@ -3,6 +3,12 @@
 #include <vector>
 
 namespace sound {
+namespace {
+
+// Under a second of sound, which is decoded in a few milliseconds.
+constexpr std::size_t samplesAtOnce = std::size_t{64} * 1024;
+
+}  // namespace
 
 DecodeWorker::DecodeWorker(std::unique_ptr<FrameStream> frames, SampleStore& destination)
     : stream(std::move(frames))
@@ -44,7 +50,13 @@ void DecodeWorker::run()
 void DecodeWorker::decode()
 {
     std::vector<float> block;
-    while (!store.isFull() && stream->next(block)) {
+    bool more = true;
+    while (more && !store.isFull()) {
+        // The first frames are waited for, all others are taken in large blocks.
+        const std::size_t wanted = store.available().value == 0 ? 1 : samplesAtOnce;
+        block.clear();
+        while (more && block.size() < wanted)
+            more = stream->next(block);
         if (!store.append(block)) {
             failure = EngineError::NotEnoughMemory;
             return;
@@ -55,8 +67,8 @@ void DecodeWorker::decode()
         }
         progressed.notify_all();
     }
-    if (!stopping.load(std::memory_order_relaxed) && !store.finish())
-        failure = EngineError::NotEnoughMemory;
+    if (!stopping.load(std::memory_order_relaxed))
+        store.finish();
 }
 
 }  // namespace sound

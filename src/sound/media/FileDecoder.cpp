@@ -54,8 +54,8 @@ void FileDecoder::stop()
 
 bool FileDecoder::next(std::vector<float>& interleaved)
 {
-    interleaved.clear();
-    while (interleaved.empty()) {
+    const std::size_t before = interleaved.size();
+    while (interleaved.size() == before) {
         if (ended || stopped.load(std::memory_order_relaxed))
             return false;
         const int status = avcodec_receive_frame(codec.get(), frame.get());
@@ -68,7 +68,7 @@ bool FileDecoder::next(std::vector<float>& interleaved)
         else
             ++lostPackets;
     }
-    reached = reached + FrameCount{static_cast<std::int64_t>(interleaved.size()) / outputChannels};
+    reached = reached + FrameCount{static_cast<std::int64_t>(interleaved.size() - before) / outputChannels};
     return true;
 }
 
@@ -85,16 +85,17 @@ void FileDecoder::feedDecoder()
 
 void FileDecoder::append(const AVFrame& decoded, std::vector<float>& interleaved)
 {
-    const FrameCount missing = missingBefore(decoded);
-    interleaved.resize(static_cast<std::size_t>(missing.value * outputChannels));
     const std::size_t before = interleaved.size();
+    const FrameCount missing = missingBefore(decoded);
+    const std::size_t begin = before + static_cast<std::size_t>(missing.value * outputChannels);
+    interleaved.resize(begin);
     if (!conversion.append(decoded, interleaved)) {
         interleaved.resize(before);
         ++lostPackets;
         return;
     }
     lostPackets = 0;
-    lastFrame = {static_cast<std::int64_t>(interleaved.size() - before) / outputChannels};
+    lastFrame = {static_cast<std::int64_t>(interleaved.size() - begin) / outputChannels};
 }
 
 /// How much silence stands for what was lost between the last frame and this one.

@@ -1,6 +1,9 @@
 #include "sound/media/FloatFrames.h"
 
+#include "sound/media/Finite.h"
+
 #include <algorithm>
+#include <span>
 
 extern "C" {
 #include <libavutil/channel_layout.h>
@@ -24,11 +27,11 @@ float toFloat(std::int32_t sample)
 }
 float toFloat(float sample)
 {
-    return sample;
+    return finite(sample);
 }
 float toFloat(double sample)
 {
-    return static_cast<float>(sample);
+    return finite(static_cast<float>(sample));
 }
 
 template <typename Sample>
@@ -108,6 +111,8 @@ bool FloatFrames::appendMixed(const AVFrame& decoded, std::vector<float>& interl
     const int made = swr_convert(resampler.get(), &out, room,
                                  const_cast<const std::uint8_t**>(decoded.extended_data), decoded.nb_samples);
     interleaved.resize(before + static_cast<std::size_t>(std::max(made, 0)) * perFrame);
+    std::ranges::transform(std::span(interleaved).subspan(before),
+                           interleaved.begin() + static_cast<std::ptrdiff_t>(before), finite);
     return made >= 0;
 }
 

@@ -22,7 +22,8 @@ public:
     /// How many frames there are, counted without decoding them. What next() brings may differ in a damaged sound.
     virtual FrameCount length() const = 0;
 
-    /// Puts the next frames into @p interleaved, in place of what it held. False at the end, or after stop().
+    /// Adds the next frames to @p interleaved, a few thousand at most but for gaps. False, with nothing added, at
+    /// the end or after stop().
     virtual bool next(std::vector<float>& interleaved) = 0;
 
     /// Makes next() return false soon.

@@ -1,5 +1,7 @@
 #include "sound/media/PcmReader.h"
 
+#include "sound/media/Finite.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -20,7 +22,7 @@ Word reversed(Word word)
         return __builtin_bswap64(word);
 }
 
-/// Integers of two or four bytes are divided by their full scale, which is exact; floats stay what they are.
+/// Integers of two or four bytes are divided by their full scale, which is exact.
 float toFloat(std::int16_t sample)
 {
     return static_cast<float>(sample) / 32768.0F;
@@ -31,11 +33,11 @@ float toFloat(std::int32_t sample)
 }
 float toFloat(float sample)
 {
-    return sample;
+    return finite(sample);
 }
 float toFloat(double sample)
 {
-    return static_cast<float>(sample);
+    return toFloat(static_cast<float>(sample));
 }
 
 template <typename Sample, typename Word, bool bigEndian>
@@ -135,7 +137,6 @@ FrameCount PcmReader::length() const
 
 bool PcmReader::next(std::vector<float>& interleaved)
 {
-    interleaved.clear();
     const std::int64_t left = (range.end - range.begin) / static_cast<std::int64_t>(frameSize());
     if (left == 0 || stopped.load(std::memory_order_relaxed))
         return false;
@@ -143,8 +144,10 @@ bool PcmReader::next(std::vector<float>& interleaved)
     const std::size_t whole = file->readAt(range.begin, bytes) / frameSize();
     if (whole == 0)
         return false;
-    interleaved.resize(whole * static_cast<std::size_t>(channelCount));
-    kind.convert(bytes.data(), interleaved.size(), interleaved.data());
+    const std::size_t before = interleaved.size();
+    const std::size_t samples = whole * static_cast<std::size_t>(channelCount);
+    interleaved.resize(before + samples);
+    kind.convert(bytes.data(), samples, interleaved.data() + before);
     range.begin += static_cast<std::int64_t>(whole * frameSize());
     return true;
 }

@@ -18,9 +18,6 @@ constexpr std::int64_t regionsAfter = 2;
 
 constexpr std::int64_t noRegion = -1000;
 
-// 256 KiB of samples: under a second of sound, which is decoded in a few milliseconds.
-constexpr std::size_t gatheredSamples = std::size_t{64} * 1024;
-
 void bringIn(std::byte* from, std::size_t size)
 {
     if (::madvise(from, size, MADV_POPULATE_READ) == 0)
@@ -124,43 +121,16 @@ void SampleStore::willReadNear(FramePosition position) const
 
 bool SampleStore::append(std::span<const float> interleaved)
 {
-    const auto perFrame = static_cast<std::size_t>(channelCount);
-    const auto offered = static_cast<std::int64_t>(interleaved.size() / perFrame);
-    const std::int64_t taken = std::min(offered, frames.value - written);
-    const auto samples = interleaved.first(static_cast<std::size_t>(taken) * perFrame);
-    const std::size_t offset = static_cast<std::size_t>(written) * bytesPerFrame();
-    written += taken;
-    if (!isInFile()) {
-        std::memcpy(memory + offset, samples.data(), samples.size_bytes());
-        published.store(written, std::memory_order_release);
-        return true;
-    }
-    gathered.insert(gathered.end(), samples.begin(), samples.end());
-    return gathered.size() < gatheredSamples || writeGathered();
-}
-
-bool SampleStore::finish()
-{
-    if (!writeGathered())
-        return false;
-    published.store(frames.value, std::memory_order_release);
-    return true;
-}
-
-bool SampleStore::writeGathered()
-{
-    // Whole blocks of the file but for the very last write; what is over waits for the next.
-    const std::size_t whole = isFull() || gathered.size() < gatheredSamples
-                                  ? gathered.size()
-                                  : gathered.size() / gatheredSamples * gatheredSamples;
-    if (whole == 0)
-        return true;
     const std::int64_t before = published.load(std::memory_order_relaxed);
-    const std::int64_t offset = before * static_cast<std::int64_t>(bytesPerFrame());
-    if (!writeAt(file, offset, std::as_bytes(std::span(gathered).first(whole))))
+    const auto offered = static_cast<std::int64_t>(interleaved.size()) / channelCount;
+    const std::int64_t taken = std::min(offered, frames.value - before);
+    const std::size_t offset = static_cast<std::size_t>(before) * bytesPerFrame();
+    const auto bytesTaken = std::as_bytes(interleaved).first(static_cast<std::size_t>(taken) * bytesPerFrame());
+    if (!isInFile())
+        std::memcpy(memory + offset, bytesTaken.data(), bytesTaken.size());
+    else if (!writeAt(file, static_cast<std::int64_t>(offset), bytesTaken))
         return false;
-    gathered.erase(gathered.begin(), gathered.begin() + static_cast<std::ptrdiff_t>(whole));
-    published.store(before + static_cast<std::int64_t>(whole) / channelCount, std::memory_order_release);
+    published.store(before + taken, std::memory_order_release);
     return true;
 }
 

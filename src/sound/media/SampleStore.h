@@ -9,7 +9,6 @@
 #include <memory>
 #include <semaphore>
 #include <span>
-#include <vector>
 
 namespace sound {
 
@@ -45,16 +44,14 @@ public:
     /// Whether the sound is kept in a file.
     bool isInFile() const { return file >= 0; }
 
-    /// Writer: adds frames behind those there are; what would go beyond length() is dropped. They may become
-    /// available() a little later, with those that follow. False where the disc has no more room.
+    /// Writer: adds frames behind those there are; what would go beyond length() is dropped. A file takes some ten
+    /// thousand at a time much faster than a few. False where the disc has no more room.
     bool append(std::span<const float> interleaved);
 
-    /// Writer: nothing more follows. What is missing up to length() is silence. False where the disc has no more
-    /// room.
-    bool finish();
+    /// Writer: nothing more follows. What is missing up to length() is silence.
+    void finish() { published.store(frames.value, std::memory_order_release); }
 
-    /// Writer: whether append() has been given all of length().
-    bool isFull() const { return written == frames.value; }
+    bool isFull() const { return available() == length(); }
 
     /// Writer: brings in the pages round the places where reading goes on and lets the others go.
     void keepNear();
@@ -70,7 +67,6 @@ private:
 
     bool allocate();
     bool allocateInFile();
-    bool writeGathered();
     std::size_t bytesPerFrame() const { return static_cast<std::size_t>(channelCount) * sizeof(float); }
 
     SampleRate frameRate;
@@ -80,11 +76,6 @@ private:
     std::byte* memory = nullptr;  // all of it, mapped; where there is a file, for reading alone
     int file = -1;
     std::atomic<std::int64_t> published = 0;
-
-    // The writer's own. A file takes large and aligned writes ten times as fast as small ones, so they are
-    // gathered.
-    std::int64_t written = 0;
-    std::vector<float> gathered;  // not yet in the file: the frames from published to written
 
     // Reading goes on in several places when a loop jumps back or two jobs read at once. The most recent ones are
     // kept, each as the number of its region. Any thread puts one in; only the writer acts on them.

@@ -86,7 +86,6 @@ std::int64_t framesByComment(const AvInput& input)
 
 std::optional<FrameCount> countMp4Frames(const AvInput& input)
 {
-    // The list of edits tells its end only to the millisecond of the film, the tables tell it to the frame.
     const auto edited = AvInput::open(input.file());
     const auto whole = AvInput::open(input.file(), AvInput::Edits::Ignored);
     if (!edited || !whole || edited->stream().duration <= 0)
@@ -98,7 +97,13 @@ std::optional<FrameCount> countMp4Frames(const AvInput& input)
     const AVRational frames = {1, input.codec().sample_rate};
     const auto inFrames = [&](std::int64_t time) { return av_rescale_q(time, input.stream().time_base, frames); };
     const std::int64_t begin = inFrames(timeOfFirstDecoded(*edited, *whole)) + framesSkippedAtBegin(*edited);
-    std::int64_t counted = std::min(inFrames(media.end) - begin, inFrames(edited->stream().duration));
+    std::int64_t counted = inFrames(media.end) - begin;
+    // The list of edits can end the sound early; but it counts in the film's time, often whole milliseconds, so
+    // that an end as close as that to the end of the coded frames means just that.
+    const std::int64_t edit = inFrames(edited->stream().duration);
+    const std::int64_t coarseness = input.codec().sample_rate / 500;
+    if (edit < counted - coarseness)
+        counted = edit;
     // A table that makes its coded frames last longer than they can is not believed.
     if (input.codec().frame_size > 0)
         counted = std::min(counted, media.count * input.codec().frame_size);
