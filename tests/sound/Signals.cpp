@@ -149,4 +149,44 @@ double largestStep(std::span<const float> mono)
     return largest;
 }
 
+double largestBend(std::span<const float> mono)
+{
+    double largest = 0;
+    for (std::size_t frame = 2; frame < mono.size(); ++frame)
+        largest =
+            std::max(largest, std::abs(static_cast<double>(mono[frame]) - 2.0 * mono[frame - 1] + mono[frame - 2]));
+    return largest;
+}
+
+double levelOf(std::span<const float> mono)
+{
+    double sum = 0;
+    for (const double sample : mono)
+        sum += sample * sample;
+    return std::sqrt(sum / static_cast<double>(mono.size()));
+}
+
+double decibels(double part, double whole)
+{
+    return 20 * std::log10(part / whole);
+}
+
+std::vector<double> turnedAgainst(std::span<const float> mono, std::span<const double> phases, std::size_t window)
+{
+    std::vector<double> turns;
+    for (std::size_t begin = 0; begin + window <= mono.size(); begin += window / 2) {
+        std::complex<double> sum = 0;
+        for (std::size_t frame = 0; frame < window; ++frame) {
+            const double weight =
+                0.5 - 0.5 * std::cos(2 * pi * (static_cast<double>(frame) + 0.5) / static_cast<double>(window));
+            sum += weight * static_cast<double>(mono[begin + frame]) * std::polar(1.0, -phases[begin + frame]);
+        }
+        // A sine lies a quarter turn behind the cosine that the sum measures against.
+        const double turn = std::arg(sum) + pi / 2;
+        const double before = turns.empty() ? 0.0 : turns.back();
+        turns.push_back(before + std::remainder(turn - before, 2 * pi));
+    }
+    return turns;
+}
+
 }  // namespace sound::test

@@ -63,4 +63,17 @@ double amplitudeAt(std::span<const float> mono, SampleRate rate, double hertz);
 /// The largest difference between neighbouring samples.
 double largestStep(std::span<const float> mono);
 
+/// The largest difference between neighbouring steps: a click in a slow wave stands out in it.
+double largestBend(std::span<const float> mono);
+
+/// The root of the mean square.
+double levelOf(std::span<const float> mono);
+
+/// Amplitude of @p part against @p whole in decibels.
+double decibels(double part, double whole);
+
+/// How far a wave runs ahead of the sine of these phases (radians, one a frame), in radians: one value a window of
+/// so many frames, which begin half a window apart. Values are continued over full turns.
+std::vector<double> turnedAgainst(std::span<const float> mono, std::span<const double> phases, std::size_t window);
+
 }  // namespace sound::test

@@ -31,8 +31,8 @@ struct EqualizerBands
 ///
 /// Each band is a state variable filter in the trapezoidal form of A. Simper ("Solving the continuous SVF equations
 /// using trapezoidal integration and equivalent currents", 2013), which stays stable and free of clicks while its
-/// gain moves. Gains move over a few milliseconds, a step every few frames. A band whose centre the sample rate
-/// can't carry is left out. Render thread; allocates nothing.
+/// gain moves. Gains glide to their targets without a corner, within a twentieth of a second from end to end of
+/// their range. A band whose centre the sample rate can't carry is left out. Render thread; allocates nothing.
 class Equalizer
 {
 public:
@@ -49,21 +49,25 @@ private:
     {
         float frequency = 0;
         float bandwidth = 0;
-        float gain = 0;
+        double gain = 0;
+        double speed = 0;  // decibels a frame
         float target = 0;
-        // Coefficients of the present gain, and two integrators a side.
+        // The centre and the width as the filter sees them, the coefficients of the present gain, and two
+        // integrators a side.
+        double warpedCentre = 0, damping = 0;
         double a1 = 1, a2 = 0, a3 = 0, m1 = 0;
         std::array<double, 2> first{}, second{};
 
-        void tune(double hertz);
+        void place(double rate);
+        void tune();
+        void glide(double pull);
+        float filtered(float sample, std::size_t side);
     };
-
-    void step(Filter& filter) const;
 
     std::array<Filter, EqualizerBands::capacity> filters{};
     std::size_t count = 0;
     double hertz = 44100;
-    float stepDecibels = 1;
+    double pull = 1;
 };
 
 }  // namespace sound

@@ -11,26 +11,33 @@ constexpr int fullBalance = 50;
 
 }  // namespace
 
-void LevelStage::Ramp::aim(float newTarget, float frames)
+void LevelStage::Ramp::aim(float newTarget, int frames)
 {
     if (newTarget == target)
         return;
     target = newTarget;
-    step = (target - value) / frames;
+    step = (target - value) / static_cast<float>(frames);
+    framesLeft = frames;
 }
 
+// Counted, since steps that are too small for the value's last bit would never arrive.
 void LevelStage::Ramp::advance()
 {
-    if (value == target)
+    if (framesLeft == 0)
         return;
-    value += step;
-    if ((step >= 0 && value >= target) || (step < 0 && value <= target))
-        value = target;
+    --framesLeft;
+    value = framesLeft == 0 ? target : value + step;
+}
+
+void LevelStage::Ramp::settle()
+{
+    value = target;
+    framesLeft = 0;
 }
 
 void LevelStage::prepare(SampleRate rate)
 {
-    rampFrames = std::max(1.0F, rampSeconds * static_cast<float>(rate.hertz));
+    rampFrames = std::max(1, static_cast<int>(rampSeconds * static_cast<float>(rate.hertz)));
     settle();
 }
 
@@ -45,13 +52,13 @@ void LevelStage::set(int gain, int balance)
 
 void LevelStage::settle()
 {
-    left.value = left.target;
-    right.value = right.target;
+    left.settle();
+    right.settle();
 }
 
 void LevelStage::process(float* stereo, FrameCount count)
 {
-    const bool atRest = left.value == left.target && right.value == right.target;
+    const bool atRest = left.framesLeft == 0 && right.framesLeft == 0;
     if (atRest && left.value == 1 && right.value == 1)
         return;
     for (std::int64_t frame = 0; frame < count.value; ++frame) {

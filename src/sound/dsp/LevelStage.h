@@ -26,14 +26,16 @@ private:
         float value = 1;
         float target = 1;
         float step = 0;
+        int framesLeft = 0;
 
-        void aim(float newTarget, float frames);
+        void aim(float newTarget, int frames);
         void advance();
+        void settle();
     };
 
     Ramp left;
     Ramp right;
-    float rampFrames = 1;
+    int rampFrames = 1;
 };
 
 }  // namespace sound

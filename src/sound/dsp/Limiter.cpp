@@ -7,8 +7,8 @@ namespace sound {
 namespace {
 
 constexpr float attackSeconds = 0.001F;
-constexpr float releaseSeconds = 0.1F;
-constexpr float atRest = 0.9999F;  // closer to 1 than any ear or 13 bits can tell
+constexpr double releaseSeconds = 0.1;
+constexpr double atRest = 0.9999;  // closer to 1 than any ear or 13 bits can tell
 
 }  // namespace
 
@@ -20,7 +20,7 @@ Limiter::Limiter(FrameCount largestBlock)
 void Limiter::prepare(SampleRate rate)
 {
     attackStep = 1 / std::max(1.0F, attackSeconds * static_cast<float>(rate.hertz));
-    releasePart = 1 - std::exp(-1 / (releaseSeconds * static_cast<float>(rate.hertz)));
+    releasePart = 1 - std::exp(-1 / (releaseSeconds * rate.hertz));
     reset();
 }
 
@@ -41,13 +41,14 @@ void Limiter::process(float* stereo, FrameCount count)
     if (highest <= 1 && gain == 1)
         return;
 
-    for (size_t frame = frames - 1; frame > 0; --frame)
-        wanted[frame - 1] = std::min(wanted[frame - 1], wanted[frame] + attackStep);
+    for (size_t frame = frames; frame > 1; --frame)
+        wanted[frame - 2] = std::min(wanted[frame - 2], wanted[frame - 1] + attackStep);
     for (size_t frame = 0; frame < frames; ++frame) {
-        const float recovered = gain + (1 - gain) * releasePart;
-        gain = std::min(wanted[frame], recovered > atRest ? 1.0F : recovered);
-        stereo[2 * frame] = std::clamp(stereo[2 * frame] * gain, -1.0F, 1.0F);
-        stereo[2 * frame + 1] = std::clamp(stereo[2 * frame + 1] * gain, -1.0F, 1.0F);
+        const double recovered = gain + (1 - gain) * releasePart;
+        gain = std::min<double>(wanted[frame], recovered > atRest ? 1 : recovered);
+        const auto factor = static_cast<float>(gain);
+        stereo[2 * frame] = std::clamp(stereo[2 * frame] * factor, -1.0F, 1.0F);
+        stereo[2 * frame + 1] = std::clamp(stereo[2 * frame + 1] * factor, -1.0F, 1.0F);
     }
 }
 

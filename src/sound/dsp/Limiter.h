@@ -21,9 +21,9 @@ public:
 
 private:
     std::vector<float> wanted;
-    float gain = 1;
+    double gain = 1;  // its last steps back to 1 are smaller than a float's last bit
     float attackStep = 1;
-    float releasePart = 0;
+    double releasePart = 0;
 };
 
 }  // namespace sound

@@ -41,7 +41,9 @@ void VariableRate::prepare(int channelCount, FrameCount blockFrames)
 
 FrameCount VariableRate::lead()
 {
-    return {1024};  // the library holds 240 frames back and filters over less than 700
+    // The library holds 240 frames back and its filters ring: behind fewer frames than these a loud sound before
+    // start() is still to be heard, 90 dB down.
+    return {2048};
 }
 
 void VariableRate::start(FrameInput& input, double newSpeed)
@@ -81,8 +83,10 @@ void VariableRate::produce(FrameInput& input, FrameCount count, float* interleav
 {
     auto wanted = static_cast<size_t>(count.value);
     float* to = interleaved;
+    // The library takes whatever it is offered and hoards it: it is fed only when it has no more to give.
+    bool hungry = false;
     while (wanted > 0) {
-        if (pendingBegin == pendingEnd) {
+        if (hungry && pendingBegin == pendingEnd) {
             const FrameCount piece{std::min<std::int64_t>(block.value, 128)};
             input.next(piece, pending.data());
             pendingBegin = 0;
@@ -91,7 +95,8 @@ void VariableRate::produce(FrameInput& input, FrameCount count, float* interleav
         size_t consumed = 0;
         size_t given = 0;
         soxr_process(resampler.get(), pending.data() + pendingBegin * static_cast<size_t>(channels),
-                     pendingEnd - pendingBegin, &consumed, to, wanted, &given);
+                     hungry ? pendingEnd - pendingBegin : 0, &consumed, to, wanted, &given);
+        hungry = true;
         pendingBegin += consumed;
         fed += static_cast<double>(consumed);
         produced += static_cast<double>(given);

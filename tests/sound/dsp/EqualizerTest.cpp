@@ -1,0 +1,238 @@
+#include "sound/dsp/Equalizer.h"
+
+#include "sound/Comparison.h"
+#include "sound/Signals.h"
+
+#include <gtest/gtest.h>
+#include <algorithm>
+#include <cmath>
+
+using namespace sound;
+using namespace sound::test;
+
+namespace {
+
+constexpr std::array<float, 10> centres{80, 170, 310, 600, 1000, 3000, 6000, 12000, 14000, 16000};
+constexpr float octave = 12;
+
+EqualizerBands oneBand(float hertz, float gain, bool enabled = true)
+{
+    EqualizerBands bands;
+    bands.band[0] = {hertz, octave, gain};
+    bands.count = 1;
+    bands.enabled = enabled;
+    return bands;
+}
+
+EqualizerBands allBands(float gain, bool enabled = true)
+{
+    EqualizerBands bands;
+    for (const float hertz : centres)
+        bands.band[bands.count++] = {hertz, octave, gain};
+    bands.enabled = enabled;
+    return bands;
+}
+
+std::vector<float> through(Equalizer& equalizer, std::vector<float> stereo, std::int64_t block = 441)
+{
+    const auto frames = static_cast<std::int64_t>(stereo.size() / 2);
+    for (std::int64_t begin = 0; begin < frames; begin += block)
+        equalizer.process(stereo.data() + 2 * begin, {std::min(block, frames - begin)});
+    return stereo;
+}
+
+Equalizer settledAt(const EqualizerBands& bands, SampleRate rate)
+{
+    Equalizer equalizer;
+    equalizer.prepare(rate);
+    equalizer.set(bands);
+    equalizer.settle();
+    return equalizer;
+}
+
+// The gain in decibels of a steady tone.
+double gainAt(double hertz, Equalizer& equalizer, SampleRate rate, int side = 0)
+{
+    const auto sound = sineSound(rate, 2, hertz, 0.6).interleaved();
+    const auto heard = channelOf(through(equalizer, sound), 2, side);
+    const auto given = channelOf(sound, 2, side);
+    const auto begin = static_cast<std::size_t>(rate.hertz / 5);
+    return decibels(amplitudeAt(std::span(heard).subspan(begin), rate, hertz),
+                    amplitudeAt(std::span(given).subspan(begin), rate, hertz));
+}
+
+class EqualizerRateTest : public ::testing::TestWithParam<int>
+{
+protected:
+    const SampleRate rate{GetParam()};
+};
+
+TEST_P(EqualizerRateTest, EachBandHasItsGainAtItsCentre)
+{
+    for (const float hertz : centres) {
+        if (hertz > 0.45 * rate.hertz)
+            continue;
+        for (const float gain : {15.0F, -15.0F, 6.0F, -3.0F}) {
+            for (const int side : {0, 1}) {
+                Equalizer equalizer = settledAt(oneBand(hertz, gain), rate);
+                EXPECT_NEAR(gainAt(hertz, equalizer, rate, side), gain, 0.1) << hertz << " Hz " << gain << " dB";
+            }
+        }
+    }
+}
+
+TEST_P(EqualizerRateTest, HalfTheGainIsLeftHalfTheBandwidthFromTheCentre)
+{
+    for (const float hertz : centres) {
+        for (const double edge : {hertz / std::sqrt(2.0), hertz * std::sqrt(2.0)}) {
+            if (hertz > 0.45 * rate.hertz || edge > 0.4 * rate.hertz)
+                continue;
+            // Near half the rate a digital filter's bands are squeezed.
+            const double tolerance = hertz < 0.1 * rate.hertz ? 0.05 : 0.45;
+            for (const float gain : {15.0F, -6.0F}) {
+                Equalizer equalizer = settledAt(oneBand(hertz, gain), rate);
+                EXPECT_NEAR(gainAt(edge, equalizer, rate), gain / 2, tolerance * std::abs(gain) / 2)
+                    << hertz << " Hz at " << edge << " Hz, " << gain << " dB";
+            }
+        }
+    }
+}
+
+TEST_P(EqualizerRateTest, ABandThatTheRateCannotCarryChangesNotABit)
+{
+    for (const float hertz : centres) {
+        if (hertz <= 0.45 * rate.hertz)
+            continue;
+        Equalizer equalizer = settledAt(oneBand(hertz, 15), rate);
+        const auto sound = noiseSound(rate, 2, {4410}).interleaved();
+        expectSame(through(equalizer, sound), sound, 2, rate);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rates, EqualizerRateTest, ::testing::Values(8000, 22050, 44100, 48000, 192000),
+                         [](const auto& row) { return "At" + std::to_string(row.param) + "Hertz"; });
+
+constexpr SampleRate rate{44100};
+
+std::vector<float> noise()
+{
+    return noiseSound(rate, 2, {22050}).interleaved();
+}
+
+TEST(EqualizerTest, FarFromItsCentreABandDoesNothing)
+{
+    Equalizer equalizer = settledAt(oneBand(1000, 15), rate);
+    EXPECT_NEAR(gainAt(50, equalizer, rate), 0, 0.1);
+    EXPECT_NEAR(gainAt(16000, equalizer, rate), 0, 0.1);
+}
+
+TEST(EqualizerTest, BandsAddUpInDecibels)
+{
+    EqualizerBands bands = oneBand(1000, 6);
+    bands.band[1] = {1000, octave, -9};
+    bands.count = 2;
+    Equalizer equalizer = settledAt(bands, rate);
+    EXPECT_NEAR(gainAt(1000, equalizer, rate), -3, 0.1);
+}
+
+TEST(EqualizerTest, WithAllGainsAt0NotABitIsChanged)
+{
+    Equalizer equalizer = settledAt(allBands(0), rate);
+    expectSame(through(equalizer, noise()), noise(), 2, rate);
+}
+
+TEST(EqualizerTest, WithoutBandsNotABitIsChanged)
+{
+    Equalizer equalizer;
+    equalizer.prepare(rate);
+    expectSame(through(equalizer, noise()), noise(), 2, rate);
+}
+
+TEST(EqualizerTest, SwitchedOffNotABitIsChanged)
+{
+    Equalizer equalizer = settledAt(allBands(12, false), rate);
+    expectSame(through(equalizer, noise()), noise(), 2, rate);
+}
+
+TEST(EqualizerTest, SoonAfterItIsSwitchedOffNotABitIsChanged)
+{
+    Equalizer equalizer = settledAt(allBands(-12), rate);
+    const auto changed = through(equalizer, noise());
+    EXPECT_NE(changed, noise());
+    equalizer.set(allBands(-12, false));
+    through(equalizer, std::vector<float>(2 * 2205, 0.1F));
+    expectSame(through(equalizer, noise()), noise(), 2, rate);
+}
+
+TEST(EqualizerTest, BlocksOfAnySizeSoundTheSame)
+{
+    Equalizer one = settledAt(allBands(9), rate);
+    Equalizer other = one;
+    expectSame(through(one, noise(), 37), through(other, noise(), 4096), 2, rate);
+}
+
+TEST(EqualizerTest, AGainThatMovesFromEndToEndDoesNotClick)
+{
+    for (const double hertz : {80.0, 310.0, 1000.0, 6000.0}) {
+        const auto band = static_cast<float>(hertz);
+        const auto sound = sineSound(rate, 2, hertz, 0.5).interleaved();
+        Equalizer loud = settledAt(oneBand(band, 15), rate);
+        const auto steady = channelOf(through(loud, sound), 2, 0);
+        const double steadyBend = largestBend(std::span(steady).subspan(11025));
+
+        Equalizer moving = settledAt(oneBand(band, -15), rate);
+        through(moving, sound);
+        moving.set(oneBand(band, 15));
+        const auto rising = channelOf(through(moving, sound), 2, 0);
+        moving.set(oneBand(band, -15));
+        const auto falling = channelOf(through(moving, sound), 2, 0);
+        // The tone swells to nearly three times full scale: what the movement adds lies 75 dB below it.
+        constexpr double ofTheGlide = 0.0005;
+        EXPECT_LT(largestBend(rising), steadyBend + ofTheGlide) << hertz;
+        EXPECT_LT(largestBend(falling), steadyBend + ofTheGlide) << hertz;
+    }
+}
+
+TEST(EqualizerTest, AGainThatMovesArrivesWithinATwentiethOfASecond)
+{
+    Equalizer moving = settledAt(oneBand(1000, -15), rate);
+    moving.set(oneBand(1000, 15));
+    through(moving, std::vector<float>(2 * 2205, 0.0F));
+    EXPECT_NEAR(gainAt(1000, moving, rate), 15, 0.1);
+}
+
+TEST(EqualizerTest, SettlingForgetsTheSoundSoFar)
+{
+    Equalizer equalizer = settledAt(allBands(15), rate);
+    through(equalizer, noise());
+    equalizer.settle();
+    const std::vector<float> silence(2 * 441, 0.0F);
+    expectSame(through(equalizer, silence), silence, 2, rate);
+}
+
+TEST(EqualizerTest, AnotherRateKeepsTheGains)
+{
+    Equalizer equalizer = settledAt(oneBand(1000, 6), {44100});
+    equalizer.prepare({96000});
+    EXPECT_NEAR(gainAt(1000, equalizer, {96000}), 6, 0.1);
+}
+
+TEST(EqualizerTest, ABandMayBeMovedElsewhere)
+{
+    Equalizer equalizer = settledAt(oneBand(1000, 6), rate);
+    equalizer.set(oneBand(3000, -6));
+    through(equalizer, noise());
+    EXPECT_NEAR(gainAt(3000, equalizer, rate), -6, 0.1);
+    EXPECT_GT(gainAt(1000, equalizer, rate), -2);
+}
+
+TEST(EqualizerTest, NoiseAtAllGainsStaysFinite)
+{
+    for (const float gain : {-15.0F, 15.0F}) {
+        Equalizer equalizer = settledAt(allBands(gain), rate);
+        const auto heard = through(equalizer, noise());
+        EXPECT_TRUE(std::all_of(heard.begin(), heard.end(), [](float sample) { return std::isfinite(sample); }));
+    }
+}
+
+}  // namespace
