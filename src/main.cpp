@@ -12,7 +12,6 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName("Larkspin");
-    QApplication::setApplicationDisplayName("Larkspin");
     QApplication::setDesktopFileName("larkspin");
     const IconTheme icons;
 

@@ -70,10 +70,9 @@ void frmMain::placePanels()
 {
     ui->leftColumnRows->addWidget(playlist, 1);
 
-    ui->rightColumnRows->addWidget(position);
-    ui->rightColumnRows->addWidget(transport);
-    ui->rightColumnRows->addWidget(tempoPitch);
-    ui->rightColumnRows->addStretch(1);
+    ui->rightColumnRows->addWidget(position, 3);
+    ui->rightColumnRows->addWidget(transport, 1);
+    ui->rightColumnRows->addWidget(tempoPitch, 3);
 
     ui->columns->setStretchFactor(0, 3);
     ui->columns->setStretchFactor(1, 7);

@@ -1,7 +1,7 @@
 #include "support/Numbers.h"
 
-#include <QString>
 #include <gtest/gtest.h>
+#include <QString>
 #include <limits>
 
 namespace {

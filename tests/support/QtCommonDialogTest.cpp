@@ -180,4 +180,16 @@ TEST_F(FileDialog, StartsWhereItWasLeftTheLastTime)
     dialog.ShowOpen(later);
 }
 
+TEST_F(FileDialog, StartsInAFolderThatIsThere)
+{
+    FileDialogSetup wanted = setup();
+    wanted.initialFolder = folder.filePath("gone");
+    whenShown([](QFileDialog& shown) {
+        EXPECT_NE(shown.directory().path(), QDir::currentPath());
+        EXPECT_TRUE(shown.directory().exists());
+        shown.reject();
+    });
+    dialog.ShowOpen(wanted);
+}
+
 }  // namespace

@@ -3,8 +3,8 @@
 #include "QtPrinters.h"
 
 #include <gtest/gtest.h>
-#include <QApplication>
 #include <QAbstractButton>
+#include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
 

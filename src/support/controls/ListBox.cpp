@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QStyledItemDelegate>
 #include <algorithm>
 
 class ListBox::Texts : public QAbstractListModel
@@ -48,11 +49,29 @@ public:
     QStringList items;
 };
 
+namespace {
+
+/// Rows with a little air, to be hit with ease.
+class AiryRows : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        constexpr int air = 8;
+        return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + air};
+    }
+};
+
+}  // namespace
+
 ListBox::ListBox(QWidget* parent)
     : QListView(parent)
     , texts(new Texts(this))
 {
     setModel(texts);
+    setItemDelegate(new AiryRows(this));
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);

@@ -2,7 +2,9 @@
 
 #include <QMouseEvent>
 #include <QStyleOptionSlider>
+#include <QStylePainter>
 #include <QWheelEvent>
+#include <algorithm>
 
 Slider::Slider(QWidget* parent)
     : QSlider(Qt::Horizontal, parent)
@@ -16,6 +18,36 @@ void Slider::stepOrRefuse(int step)
     const int wanted = value() + step;
     if (wanted >= minimum() && wanted <= maximum())
         setValue(wanted);
+}
+
+// Styles fill the groove from the minimum. What lies between neutral and the handle is cut out of a groove that the
+// style fills whole, and painted over one that it leaves empty.
+void Slider::paintEvent(QPaintEvent* event)
+{
+    if (minimum() >= 0 || maximum() <= 0) {
+        QSlider::paintEvent(event);
+        return;
+    }
+    QStylePainter painter(this);
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+
+    QStyleOptionSlider groove = option;
+    groove.subControls = QStyle::SC_SliderGroove;
+    groove.activeSubControls = QStyle::SC_None;
+    groove.sliderPosition = minimum();
+    painter.drawComplexControl(QStyle::CC_Slider, groove);
+
+    const auto [first, last] = std::minmax({placeOf(0), placeOf(option.sliderPosition)});
+    painter.save();
+    painter.setClipRect(orientation() == Qt::Horizontal ? QRect(first, 0, last - first, height())
+                                                        : QRect(0, first, width(), last - first));
+    groove.sliderPosition = maximum();
+    painter.drawComplexControl(QStyle::CC_Slider, groove);
+    painter.restore();
+
+    option.subControls = QStyle::SC_SliderHandle;
+    painter.drawComplexControl(QStyle::CC_Slider, option);
 }
 
 void Slider::mousePressEvent(QMouseEvent* event)
@@ -94,6 +126,14 @@ QRect Slider::handleRect() const
 int Slider::along(const QPoint& point) const
 {
     return orientation() == Qt::Horizontal ? point.x() : point.y();
+}
+
+int Slider::placeOf(int value) const
+{
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    option.sliderPosition = value;
+    return along(style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this).center());
 }
 
 int Slider::valueAt(int place) const

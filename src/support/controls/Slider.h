@@ -7,6 +7,9 @@
 /// Whoever changes a setting (the mouse, a button, a key, another window) puts a value here and lets Change() tell
 /// the one routine that acts on it. A put outside the range is cut to it.
 ///
+/// A slider with 0 inside its range is neutral there: its groove is filled from 0 to the handle instead of from the
+/// minimum.
+///
 /// The handle goes to where the left button is pressed and follows it; a notch of the wheel is one single step,
 /// with Ctrl or Shift held one page step. The Tab key reaches it.
 class Slider : public QSlider
@@ -24,6 +27,7 @@ signals:
     void Change();
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -36,6 +40,8 @@ protected:
     QRect handleRect() const;
 
 private:
+    /// Where along the slider the middle of the handle stands for a value.
+    int placeOf(int value) const;
     int valueAt(int place) const;
     int along(const QPoint& point) const;
 

@@ -1,6 +1,7 @@
 #include "support/controls/TimeSlider.h"
 
 #include <QEvent>
+#include <QFontMetrics>
 #include <QMouseEvent>
 #include <QToolTip>
 
@@ -61,9 +62,15 @@ void TimeSlider::turnWheel(int units)
     emit MouseUp();
 }
 
+// Tool tips come up below and right of the point that they are asked for: this one is to stand clear above the
+// handle.
 void TimeSlider::showValueTip()
 {
+    constexpr QPoint tipOffset(2, 16);
+    constexpr int gap = 12;
+    const QFontMetrics metrics(QToolTip::font());
     const QRect handle = handleRect();
-    QToolTip::showText(mapToGlobal(QPoint(handle.center().x(), handle.top() - 3 * handle.height())), valueTip(),
-                       this);
+    const QPoint corner(handle.center().x() - metrics.horizontalAdvance(valueTip()) / 2,
+                        handle.top() - metrics.height() - gap);
+    QToolTip::showText(mapToGlobal(corner - tipOffset), valueTip(), this);
 }

@@ -23,7 +23,7 @@ struct FileDialogSetup
     /// The filter that is chosen first, from 1. 0 is the first one as well.
     int filterIndex = 0;
 
-    /// Where the dialog starts; empty for where it was left the last time.
+    /// Where the dialog starts; empty, or a folder that is not there, for where it was left the last time.
     QString initialFolder;
 
     /// Only AllowMultiselect makes a difference on this platform.

@@ -1,6 +1,7 @@
 #include "support/dialogs/QtCommonDialog.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -10,6 +11,15 @@ namespace {
 QString folderOf(const QString& path)
 {
     return QFileInfo(path).absolutePath();
+}
+
+QString firstExisting(const QStringList& folders)
+{
+    for (const QString& folder : folders) {
+        if (!folder.isEmpty() && QDir(folder).exists())
+            return folder;
+    }
+    return {};
 }
 
 /// The number, from 1, of the chosen filter; 0 where none is. A dialog that hides patterns names it without them.
@@ -78,12 +88,9 @@ FileDialogAnswer QtCommonDialog::ask(const FileDialogSetup& setup, Purpose purpo
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     if (setup.filterIndex > 0)
         dialog.selectNameFilter(filters.value(setup.filterIndex - 1));
-    if (!setup.initialFolder.isEmpty())
-        dialog.setDirectory(setup.initialFolder);
-    else if (!lastFolder.isEmpty())
-        dialog.setDirectory(lastFolder);
-    else
-        dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
+    dialog.setDirectory(
+        firstExisting({setup.initialFolder, lastFolder,
+                       QStandardPaths::writableLocation(QStandardPaths::MusicLocation), QDir::homePath()}));
     if (!setup.fileName.isEmpty())
         dialog.selectFile(setup.fileName);
 

@@ -4,10 +4,14 @@
 
 #include <gtest/gtest.h>
 #include <QApplication>
+#include <QImage>
 #include <QSignalSpy>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QTest>
 #include <QToolTip>
 #include <QWheelEvent>
+#include <memory>
 
 namespace {
 
@@ -38,6 +42,7 @@ protected:
 
     QPoint at(double share) const { return {static_cast<int>(share * (slider.width() - 1)), slider.height() / 2}; }
 
+    const std::unique_ptr<QStyle> fusion{QStyleFactory::create("Fusion")};
     Slider slider;
     QSignalSpy changes{&slider, &Slider::Change};
 };
@@ -165,6 +170,49 @@ TEST_F(ASlider, StandsUprightAsWell)
     EXPECT_EQ(slider.value(), 60);
     QTest::mouseClick(&slider, Qt::LeftButton, {}, {12, 299});
     EXPECT_EQ(slider.value(), -60);
+}
+
+/// Counts, in each half of the slider's groove, what is painted in the highlight's hue.
+struct Fill
+{
+    int left = 0;
+    int right = 0;
+};
+
+Fill fillOf(Slider& slider)
+{
+    QImage image(slider.size(), QImage::Format_RGB32);
+    slider.render(&image);
+    Fill fill;
+    const int y = slider.height() / 2;
+    for (int x = 0; x < slider.width(); ++x) {
+        const QColor color = image.pixelColor(x, y);
+        if (color.saturation() > 100)
+            ++(x < slider.width() / 2 ? fill.left : fill.right);
+    }
+    return fill;
+}
+
+TEST_F(ASlider, IsFilledBetweenNeutralAndItsHandle)
+{
+    slider.setStyle(fusion.get());
+    slider.setValue(0);
+    EXPECT_LE(fillOf(slider).left + fillOf(slider).right, 2);
+    slider.setValue(60);
+    EXPECT_LE(fillOf(slider).left, 2);
+    EXPECT_GT(fillOf(slider).right, 120);
+    slider.setValue(-60);
+    EXPECT_GT(fillOf(slider).left, 120);
+    EXPECT_LE(fillOf(slider).right, 2);
+}
+
+TEST_F(ASlider, WithoutNeutralInsideIsFilledFromItsMinimum)
+{
+    slider.setStyle(fusion.get());
+    slider.setRange(0, 100);
+    slider.setValue(100);
+    EXPECT_GT(fillOf(slider).left, 120);
+    EXPECT_GT(fillOf(slider).right, 120);
 }
 
 class ATimeSlider : public ::testing::Test
