@@ -1,0 +1,52 @@
+# What ./check checks besides the tests themselves. To be sourced by bash from the top folder of the project, after
+# setup.sh.
+
+jobs=$(nproc)
+
+# timed FUNCTION [ARGUMENT...]: says afterwards how long it took.
+timed() {
+    local begin=$SECONDS
+    "$@"
+    printf '   (%s: %d s)\n' "$*" $((SECONDS - begin))
+}
+
+tracked() { git ls-files -z -- "$@"; }
+
+check_format() {
+    note "Format of the sources"
+    tracked '*.cpp' '*.h' | xargs -0 clang-format-14 --dry-run --Werror
+}
+
+check_data_files() {
+    note "Desktop entry and software description"
+    desktop-file-validate data/*.desktop
+    appstreamcli validate --no-net data/*.metainfo.xml
+}
+
+# A test that no target names would pass by never being run.
+check_every_test_is_built() {
+    note "Every test is built"
+    local source forgotten=0
+    while IFS= read -r -d '' source; do
+        if ! grep -qF "/$source\"" build/release/compile_commands.json; then
+            echo "No target builds $source"
+            forgotten=1
+        fi
+    done < <(tracked 'tests/*.cpp')
+    return $forgotten
+}
+
+# Over all sources of the program and its tools: the compile commands are those of the release build, less the options
+# that only the compiler knows.
+check_tidy() {
+    note "clang-tidy"
+    tracked 'src/*.cpp' 'tools/*.cpp' |
+        xargs -0 -n 4 -P "$jobs" clang-tidy-14 --quiet -p build/release --extra-arg=-Wno-everything 2>/dev/null
+}
+
+# test_under_sanitizers PRESET LABELS
+test_under_sanitizers() {
+    build "$1"
+    note "Testing: $1"
+    ctest --preset "$1" --label-regex "$2" --output-on-failure
+}

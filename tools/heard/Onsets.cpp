@@ -1,0 +1,125 @@
+#include "heard/Onsets.h"
+
+#include "heard/Fourier.h"
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <functional>
+#include <numbers>
+
+namespace heard {
+
+namespace {
+
+constexpr std::size_t kWindow = 1024;
+constexpr std::size_t kHop = 128;
+constexpr double kCompression = 100;
+
+std::vector<double> hannWindow(std::size_t size)
+{
+    std::vector<double> window(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        const double part = static_cast<double>(i) / static_cast<double>(size);
+        window[i] = .5 - .5 * std::cos(2 * std::numbers::pi * part);
+    }
+    return window;
+}
+
+// Calls back with the spectrum around each moment.
+template <typename Callback>
+void eachSpectrum(const StereoSound& sound, std::size_t window, std::size_t hop, const Callback& callback)
+{
+    const FourierTransform fourier(window);
+    const std::vector<double> weights = hannWindow(window);
+    const std::vector<float> samples = mono(sound);
+    Spectrum spectrum(window);
+    for (std::size_t middle = 0; middle < samples.size(); middle += hop) {
+        for (std::size_t i = 0; i < window; ++i) {
+            const std::size_t at = middle + i;  // from half a window before the middle on
+            const bool inside = at >= window / 2 && at - window / 2 < samples.size();
+            spectrum[i] = inside ? weights[i] * static_cast<double>(samples[at - window / 2]) : 0.0;
+        }
+        fourier.forward(spectrum);
+        callback(spectrum);
+    }
+}
+
+double loudnessOf(const std::complex<double>& value)
+{
+    return std::log1p(kCompression * std::abs(value));
+}
+
+// Two bands an octave.
+std::size_t bandOf(std::size_t bin)
+{
+    return static_cast<std::size_t>(2 * std::log2(static_cast<double>(bin)));
+}
+
+}  // namespace
+
+Bands spectrogramOf(const StereoSound& sound)
+{
+    constexpr std::size_t kLongWindow = 4096;
+    constexpr std::size_t kLongHop = 1024;
+    const auto lines = static_cast<std::size_t>(4000.0 * kLongWindow / sound.rate);
+    Bands loudness{static_cast<double>(sound.rate) / kLongHop, std::vector<std::vector<double>>(lines)};
+    eachSpectrum(sound, kLongWindow, kLongHop, [&](const Spectrum& spectrum) {
+        for (std::size_t line = 0; line < lines; ++line) {
+            loudness.bands[line].push_back(loudnessOf(spectrum[line + 1]));
+        }
+    });
+    return loudness;
+}
+
+Bands bandOnsetsOf(const StereoSound& sound, std::size_t hop)
+{
+    Bands onsets{static_cast<double>(sound.rate) / static_cast<double>(hop), {}};
+    std::vector<double> before(kWindow / 2);
+    eachSpectrum(sound, kWindow, hop, [&](const Spectrum& spectrum) {
+        std::vector<double> growth(bandOf(kWindow / 2 - 1) + 1);
+        for (std::size_t bin = 1; bin < kWindow / 2; ++bin) {
+            const double loudness = loudnessOf(spectrum[bin]);
+            growth[bandOf(bin)] += std::max(0.0, loudness - before[bin]);
+            before[bin] = loudness;
+        }
+        onsets.bands.resize(growth.size());
+        for (std::size_t band = 0; band < growth.size(); ++band) {
+            onsets.bands[band].push_back(growth[band]);
+        }
+    });
+    return onsets;
+}
+
+Onsets onsetsOf(const StereoSound& sound)
+{
+    const Bands of = bandOnsetsOf(sound, kHop);
+    Onsets onsets{of.rate, std::vector<double>(of.bands.empty() ? 0 : of.bands.front().size())};
+    for (const std::vector<double>& band : of.bands) {
+        std::transform(band.begin(), band.end(), onsets.strength.begin(), onsets.strength.begin(), std::plus<>());
+    }
+    return onsets;
+}
+
+Onsets blurred(const Onsets& onsets, double seconds, std::size_t divisor)
+{
+    const double width = seconds * onsets.rate;
+    const auto reach = static_cast<std::ptrdiff_t>(std::ceil(3 * width));
+    const auto count = static_cast<std::ptrdiff_t>(onsets.strength.size());
+
+    Onsets soft{onsets.rate / static_cast<double>(divisor), {}};
+    for (std::ptrdiff_t at = 0; at < count; at += static_cast<std::ptrdiff_t>(divisor)) {
+        double sum = 0;
+        double weights = 0;
+        for (std::ptrdiff_t i = std::max<std::ptrdiff_t>(0, at - reach); i < std::min(count, at + reach + 1); ++i) {
+            const double distance = static_cast<double>(i - at) / width;
+            const double weight = std::exp(-distance * distance / 2);
+            sum += weight * onsets.strength[static_cast<std::size_t>(i)];
+            weights += weight;
+        }
+        soft.strength.push_back(sum / weights);
+    }
+    return soft;
+}
+
+}  // namespace heard

@@ -1,0 +1,68 @@
+# What ./run and ./check share: the packages, their installation, and the build. To be sourced by bash from the top
+# folder of the project.
+
+export DEBIAN_FRONTEND=noninteractive
+
+# To build it.
+build_packages=(
+    build-essential cmake ninja-build pkg-config
+    qt6-base-dev qt6-svg-dev libgl-dev
+    libavcodec-dev libavformat-dev libavutil-dev libswresample-dev
+    librubberband-dev libsoxr-dev libpulse-dev
+    libcdio-dev libcdio-cdda-dev libcdio-paranoia-dev
+    libgtest-dev libgmock-dev libbenchmark-dev
+)
+
+# To see it.
+run_packages=(libqt6svg6 breeze-icon-theme fonts-dejavu-core x11-utils)
+
+# To drive it without a screen and to hear it without a sound card.
+stage_packages=(
+    xvfb openbox xdotool imagemagick
+    pulseaudio pulseaudio-utils
+    python3 python3-gi gir1.2-atspi-2.0 at-spi2-core dbus-daemon
+)
+
+# To judge its sources and data files, and to make sounds for its tests.
+check_packages=(clang-format-14 clang-tidy-14 desktop-file-utils appstream ffmpeg)
+
+note() { printf '\n== %s\n' "$*"; }
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo --preserve-env=DEBIAN_FRONTEND "$@"
+    fi
+}
+
+# Installs those of the named packages that are not there yet.
+install_missing() {
+    local package missing=()
+    for package in "$@"; do
+        case "$(dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null)" in
+            *installed*) ;;
+            *) missing+=("$package") ;;
+        esac
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        return
+    fi
+    note "Installing what is missing: ${missing[*]}"
+    as_root apt-get update -q
+    as_root apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+# build PRESET [TARGET...]
+build() {
+    local preset=$1
+    shift
+    note "Building: $preset"
+    cmake --preset "$preset" >"build-$preset.log" 2>&1 || { cat "build-$preset.log"; return 1; }
+    rm "build-$preset.log"
+    local quiet=--quiet
+    if [ -t 1 ]; then
+        quiet=  # a terminal gets a line that counts
+    fi
+    cmake --build "build/$preset" ${1:+--target "$@"} -- $quiet
+}

@@ -1,0 +1,180 @@
+"""The real program, driven as a user drives it: by the keys and the mouse, at the places where its controls are."""
+
+import os
+import signal
+
+from processes import Impatient, wait_until
+
+
+class Player:
+    def __init__(self, stage, program):
+        self._stage = stage
+        self._program = program
+        self._accessibility = None
+        self.process = None
+
+    # Its windows
+
+    def start(self):
+        """Starts the program, answers what it has to say at a first start, and returns when its window is there."""
+        self.process = self._stage.processes.start("larkspin", [self._program], self._stage.environment)
+
+        def window_without_boxes():
+            self.check_alive()
+            if self._windows("^Error"):
+                self._answer_box("^Error")
+                return False
+            return self._windows("^Larkspin$")
+
+        wait_until(window_without_boxes, "the main window")
+        self.activate()
+
+    def check_alive(self):
+        if self.process.poll() is not None:
+            raise RuntimeError(f"the program has ended with {self.process.returncode}: see {self._stage.logs}/larkspin.log")
+
+    def is_running(self):
+        return self.process is not None and self.process.poll() is None
+
+    def window(self):
+        return wait_until(lambda: self._windows("^Larkspin$"), "the main window")[0]
+
+    def activate(self):
+        self._xdotool("windowactivate", "--sync", self.window())
+
+    def close(self):
+        """Closes the window as its frame's button does, and returns the exit code of the process."""
+        self.activate()
+        self.press("alt+F4")
+        wait_until(lambda: not self.is_running(), "the program to end", 10)
+        return self.process.returncode
+
+    def kill(self):
+        self._stage.processes.end(self.process, signal.SIGKILL)
+
+    def _windows(self, title):
+        return self._stage.run("xdotool", "search", "--onlyvisible", "--name", title, check=False).split()
+
+    def _answer_box(self, title):
+        box = self._windows(title)
+        if box:
+            self._xdotool("windowactivate", "--sync", box[0])
+            self.press("Return")
+            wait_until(lambda: box[0] not in self._windows(title), "a message box to go")
+
+    # Keys and mouse
+
+    def _xdotool(self, *arguments):
+        self._stage.run("xdotool", *map(str, arguments), check=False)
+
+    def press(self, *keys):
+        self._xdotool("key", *keys)
+
+    def type(self, text):
+        self._xdotool("type", "--delay", "15", text)
+
+    def click_at(self, x, y, button=1, times=1):
+        self._xdotool("mousemove", "--sync", int(x), int(y))
+        self._xdotool("click", "--repeat", times, "--delay", "60", button)
+
+    def click(self, name, role=None, **options):
+        x, y, width, height = self.place(name, role)
+        self.click_at(x + width / 2, y + height / 2, **options)
+
+    # What it shows, asked over the accessibility bus
+
+    def _application(self):
+        if self._accessibility is None:
+            os.environ.update(self._stage.environment)  # the bus is looked up there, once a process
+            import gi
+
+            gi.require_version("Atspi", "2.0")
+            from gi.repository import Atspi
+
+            Atspi.set_timeout(2000, 5000)
+            self._accessibility = Atspi
+        desktop = self._accessibility.get_desktop(0)
+        for index in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(index)
+            if application is not None and application.get_process_id() == self.process.pid:
+                application.set_cache_mask(self._accessibility.Cache.NONE)
+                return application
+        return None
+
+    def _look_for(self, name, role):
+        states = self._accessibility.StateType if self._accessibility else None
+        waiting = [self._application()]
+        states = states or self._accessibility.StateType
+        while waiting:
+            item = waiting.pop(0)
+            if item is None:
+                continue
+            if item.get_name() == name and (role is None or item.get_role_name() == role):
+                if item.get_state_set().contains(states.SHOWING):
+                    return item
+            waiting += [item.get_child_at_index(index) for index in range(item.get_child_count())]
+        return None
+
+    def find(self, name, role=None):
+        """The control that a screen reader calls so; it is visible."""
+        try:
+            return wait_until(lambda: self._look_for(name, role), f"the control “{name}”", 10)
+        except Impatient:
+            self.check_alive()
+            raise
+
+    def shows(self, name, role=None):
+        return self._look_for(name, role) is not None
+
+    def place(self, name, role=None):
+        area = self.find(name, role).get_extents(self._accessibility.CoordType.SCREEN)
+        return area.x, area.y, area.width, area.height
+
+    def value(self, name):
+        return round(self.find(name, "slider").get_current_value())
+
+    def text(self, name):
+        item = self.find(name, "text")
+        return item.get_text(0, item.get_character_count())
+
+    def items(self, name="Playlist"):
+        """The labels in a list."""
+        box = self.find(name, "list")
+        return [box.get_child_at_index(index).get_name() for index in range(box.get_child_count())]
+
+    # What a user does with it
+
+    def add(self, path):
+        """Adds a file to the playlist through the Open dialog."""
+        before = len(self.items())
+        self.click("Open audio file", "push button")
+        dialog = wait_until(lambda: self._windows("^Open audio"), "the Open dialog")
+        self._xdotool("windowactivate", "--sync", dialog[0])
+        self.type(path)
+        self.press("Return")
+        wait_until(lambda: len(self.items()) == before + 1, "the new item in the list")
+
+    def pick(self, label):
+        """Clicks an item of the playlist, which loads it."""
+        self.click(label, "list item")
+
+    def slide(self, name, value):
+        """Clicks on a slider so that it stands at the value: once where the value should be, then beside it."""
+        control = self.find(name, "slider")
+        low, high = control.get_minimum_value(), control.get_maximum_value()
+        x, y, width, height = self.place(name, "slider")
+        handle = min(height, 20)
+        target = x + handle / 2 + (value - low) / (high - low) * (width - handle)
+        for _ in range(30):
+            self.click_at(target, y + height / 2)
+            reached = self.value(name)
+            if reached == value:
+                return
+            target += 1 if reached < value else -1
+        raise Impatient(f"“{name}” cannot be set to {value} with the mouse: it stands at {reached}")
+
+    def enter(self, name, text):
+        """Types a text into a box in place of what it holds."""
+        self.click(name, "text", times=3)
+        self.type(text)
+        wait_until(lambda: self.text(name) == text, f"“{text}” in “{name}”")

@@ -1,0 +1,152 @@
+"""A private place to run the player in: a display, a sound server and an accessibility bus that nobody else sees."""
+
+import os
+import shutil
+import subprocess
+import tempfile
+
+from processes import Processes, wait_until
+
+RATE = 44100
+FRAME_BYTES = 2 * 4  # two channels of 32-bit floats
+
+
+class Stage:
+    """Use it in a with statement: leaving that ends every process and removes every file that the stage made."""
+
+    def __init__(self, logs=None):
+        self.folder = tempfile.mkdtemp(prefix="larkspin-")
+        self.home = os.path.join(self.folder, "home")
+        runtime = os.path.join(self.folder, "run")
+        for folder in (self.home, runtime):
+            os.mkdir(folder, mode=0o700)
+        self.logs = logs or self.folder
+        os.makedirs(self.logs, exist_ok=True)
+        self.processes = Processes(self.logs)
+        self.socket = os.path.join(runtime, "native")
+        self.sound_server = None
+        self.environment = {
+            "PATH": os.environ.get("PATH", "/usr/bin:/bin"),
+            "LANG": "C.UTF-8",
+            "HOME": self.home,
+            "XDG_RUNTIME_DIR": runtime,
+            "PULSE_SERVER": "unix:" + self.socket,
+            "QT_QPA_PLATFORM": "xcb",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            "NO_AT_BRIDGE": "1",
+        }
+
+    def __enter__(self):
+        try:
+            self._start_display()
+            self._start_bus()
+            self.start_sound_server()
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self.processes.end_all()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def run(self, *arguments, **options):
+        """Runs a short command here and returns what it prints."""
+        done = subprocess.run(arguments, env=self.environment, stdin=subprocess.DEVNULL, text=True, timeout=20,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=options.get("check", True))
+        return done.stdout if done.returncode == 0 else ""
+
+    def _start_display(self):
+        told, tells = os.pipe()
+        arguments = ["Xvfb", "-displayfd", str(tells), "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-r"]
+        self.processes.start("display", arguments, self.environment, pass_fds=(tells,))
+        os.close(tells)
+        with os.fdopen(told) as answer:  # the display takes a free number and tells which
+            number = answer.readline().strip()
+        if not number:
+            raise RuntimeError(f"no virtual display: see {self.logs}/display.log")
+        self.environment["DISPLAY"] = ":" + number
+        self.processes.start("windows", ["openbox", "--sm-disable"], self.environment)
+        wait_until(lambda: "_NET_SUPPORTING_WM_CHECK(WINDOW)" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
+                   "the window manager")
+
+    def _start_bus(self):
+        told, tells = os.pipe()
+        arguments = ["dbus-daemon", "--session", "--nofork", f"--print-address={tells}"]
+        self.processes.start("bus", arguments, self.environment, pass_fds=(tells,))
+        os.close(tells)
+        with os.fdopen(told) as answer:
+            self.environment["DBUS_SESSION_BUS_ADDRESS"] = answer.readline().strip()
+
+    def start_sound_server(self):
+        arguments = ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm=yes",
+                     "--use-pid-file=no",
+                     "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
+                     "-L", f"module-null-sink sink_name=speakers rate={RATE} format=float32le norewinds=1"]
+        self.sound_server = self.processes.start("sound", arguments, self.environment)
+        wait_until(lambda: "speakers" in self.run("pactl", "list", "short", "sinks", check=False), "the sound server")
+
+    def kill_sound_server(self):
+        self.processes.end(self.sound_server)
+        if os.path.exists(self.socket):
+            os.remove(self.socket)
+
+    def record(self):
+        return Recording(self)
+
+    def screenshot(self, path):
+        self.run("import", "-window", "root", path)
+
+
+class Recording:
+    """What comes out of the speakers, from now on. Its clock counts the frames that have come out."""
+
+    def __init__(self, stage):
+        self._stage = stage
+        self._raw = tempfile.mkstemp(dir=stage.folder, suffix=".raw")[1]
+        with open(self._raw, "wb") as raw:
+            arguments = ["parec", "--device=speakers.monitor", f"--rate={RATE}", "--channels=2",
+                         "--format=float32le", "--raw", "--latency-msec=20"]
+            self._process = stage.processes.start("recording", arguments, stage.environment, stdout=raw)
+        wait_until(lambda: self.seconds() > 0, "the recording to begin")
+
+    def seconds(self):
+        return os.path.getsize(self._raw) // FRAME_BYTES / RATE
+
+    def wait(self, seconds):
+        """Lets so much more come out of the speakers."""
+        end = self.seconds() + seconds
+        wait_until(lambda: self.seconds() >= end, f"{seconds} s of sound", seconds=2 * seconds + 10)
+
+    def samples(self, seconds):
+        """The last samples that came out, both channels by turns."""
+        count = int(seconds * RATE) * FRAME_BYTES
+        with open(self._raw, "rb") as raw:
+            size = os.path.getsize(self._raw) // FRAME_BYTES * FRAME_BYTES
+            raw.seek(max(0, size - count))
+            return memoryview(raw.read(min(size, count))).cast("f")
+
+    def loudest(self, seconds):
+        return max(map(abs, self.samples(seconds)), default=0.0)
+
+    def wait_for_sound(self, what="sound", seconds=10.0):
+        """Returns the moment, by this recording's clock, by which something is heard."""
+        wait_until(lambda: self.loudest(0.1) > 0.01, what, seconds)
+        return self.seconds()
+
+    def wait_for_silence(self, what="silence", seconds=10.0):
+        wait_until(lambda: self.seconds() > 0.3 and self.loudest(0.3) < 1e-6, what, seconds)
+        return self.seconds()
+
+    def stop(self):
+        self._stage.processes.end(self._process)
+
+    def save(self, path):
+        """Writes all of it as a WAV file of floats, to the bit what came out."""
+        with open(self._raw, "rb") as raw:
+            samples = raw.read(os.path.getsize(self._raw) // FRAME_BYTES * FRAME_BYTES)
+        number = lambda value, size: value.to_bytes(size, "little")
+        form = number(3, 2) + number(2, 2) + number(RATE, 4) + number(RATE * FRAME_BYTES, 4) + number(8, 2) + number(32, 2)
+        content = b"WAVEfmt " + number(len(form), 4) + form + b"data" + number(len(samples), 4) + samples
+        with open(path, "wb") as file:
+            file.write(b"RIFF" + number(len(content), 4) + content)
