@@ -28,6 +28,7 @@ frmMain::frmMain(EngineSet& engines, CommonDialog& CommonDialog1, MsgBox& msgBox
     , tempoPitch(new TempoPitchPanel(*SoundTouch, this))
     , transport(new TransportPanel(*SoundTouch, state, *position, this))
     , playlist(new PlaylistPanel(*SoundTouch, state, *position, CommonDialog1, this))
+    , toolBar(new MainToolBar(this))
     , loader(std::make_unique<TrackLoader>(*SoundTouch, state, *position, *tempoPitch, msgBox))
 {
     ui->setupUi(this);
@@ -35,6 +36,7 @@ frmMain::frmMain(EngineSet& engines, CommonDialog& CommonDialog1, MsgBox& msgBox
     placePanels();
     connectPanels();
     connectToolBar();
+    orderTabs();
 }
 
 frmMain::~frmMain() = default;
@@ -88,7 +90,6 @@ void frmMain::connectPanels()
 
 void frmMain::connectToolBar()
 {
-    auto* toolBar = new MainToolBar(this);
     addToolBar(toolBar);
     const auto run = [](QToolButton* button, auto* panel, auto command) {
         connect(button, &QToolButton::clicked, panel, command);
@@ -103,6 +104,22 @@ void frmMain::connectToolBar()
     run(toolBar->tlbCmdFForward, transport, &TransportPanel::cmdFForward_Click);
     run(toolBar->tlbCmdLoopWinBack, position, &PositionPanel::cmdLoopWindowBack_Click);
     run(toolBar->tlbCmdLoopWinForward, position, &PositionPanel::cmdLoopWindowForward_Click);
+}
+
+// The Tab key walks as the eye does, down the left column and then the right one; the toolbar, whose commands the
+// panels repeat, comes last. Inside a panel its form tells the order.
+void frmMain::orderTabs()
+{
+    QWidgetList order;
+    for (QWidget* panel : std::initializer_list<QWidget*>{playlist, position, transport, tempoPitch, toolBar}) {
+        for (QWidget* next = panel->nextInFocusChain(); panel->isAncestorOf(next);
+             next = next->nextInFocusChain()) {
+            if (next->focusPolicy() & Qt::TabFocus)
+                order << next;
+        }
+    }
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
 }
 
 void frmMain::lstAudio_Click()

@@ -50,6 +50,7 @@ private:
     void placePanels();
     void connectPanels();
     void connectToolBar();
+    void orderTabs();
     void lstAudio_Click();
     void Unload();
 
@@ -69,6 +70,7 @@ private:
     TempoPitchPanel* const tempoPitch;
     TransportPanel* const transport;
     PlaylistPanel* const playlist;
+    MainToolBar* const toolBar;
     const std::unique_ptr<TrackLoader> loader;
     std::unique_ptr<ConversionStatus> conversionStatus;
 };

@@ -7,13 +7,17 @@
 
 namespace {
 
+// Icons that exist already look themselves up again only when the search paths are set; a new fallback alone does not
+// make them.
 void chooseFallbackTheme()
 {
     const QPalette palette = QGuiApplication::palette();
     const bool dark = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
     const QString theme = dark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze");
-    if (QIcon::fallbackThemeName() != theme)
-        QIcon::setFallbackThemeName(theme);
+    if (QIcon::fallbackThemeName() == theme)
+        return;
+    QIcon::setFallbackThemeName(theme);
+    QIcon::setThemeSearchPaths(QIcon::themeSearchPaths());
 }
 
 }  // namespace

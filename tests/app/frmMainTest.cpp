@@ -416,6 +416,29 @@ TEST_F(MainWindow, GivesEachOfItsButtonsAPicture)
     }
 }
 
+TEST_F(MainWindow, IsWalkedByTheTabKeyAsTheEyeGoes)
+{
+    make();
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    list().setFocus();
+    QStringList walked;
+    do {
+        walked << QApplication::focusWidget()->objectName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    } while (QApplication::focusWidget() != &list() && walked.size() < 100);
+    EXPECT_EQ(
+        walked.join(' ').toStdString(),
+        "lstAudio cmdOpen sldAudioPosition sldBeginLoop txtBeginLoop cmdBeginLoopDown cmdBeginLoopUp sldEndLoop "
+        "txtEndLoop cmdEndLoopDown cmdEndLoopUp cmdRewind cmdPlay cmdPlayLoop cmdPause cmdStop cmdFForward "
+        "cmdTempo10Down cmdTempo1Down sldTempo cmdTempo1Up cmdTempo10Up cmdTempoReset cmdPitch12DownSemi "
+        "cmdPitch1DownSemi sldPitchSemi cmdPitch1UpSemi cmdPitch12UpSemi cmdPitchResetSemi cmdPitch10DownGrad "
+        "cmdPitch1DownGrad sldPitchGrad cmdPitch1UpGrad cmdPitch10UpGrad cmdPitchResetGrad cmdRate10Down "
+        "cmdRate1Down sldSpeed cmdRate1Up cmdRate10Up cmdRateReset chkApplySettings cmdResetAll tlbCmdOpen "
+        "tlbCmdClear tlbCmdClearAll tlbCmdRewind tlbCmdPlay tlbCmdPlayLoop tlbCmdPause tlbCmdStop "
+        "tlbCmdFForward tlbCmdLoopWinBack tlbCmdLoopWinForward");
+}
+
 TEST_F(MainWindow, FitsOnASmallScreenWithCaptionsHalfAsLongAgain)
 {
     make();
