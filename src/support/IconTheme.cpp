@@ -7,8 +7,8 @@
 
 namespace {
 
-// Icons that exist already look themselves up again only when the search paths are set; a new fallback alone does not
-// make them.
+// Icons that exist already look themselves up again only when the search paths are set; a new fallback alone does
+// not make them.
 void chooseFallbackTheme()
 {
     const QPalette palette = QGuiApplication::palette();
