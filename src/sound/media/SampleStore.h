@@ -56,7 +56,11 @@ public:
     /// Writer: brings in the pages round the places where reading goes on and lets the others go.
     void keepNear();
 
-    /// Writer: blocks until reading goes on in another place, or until wake(). Then keepNear() has something to do.
+    /// Writer: whether reading goes on in another place since this was last asked, so that keepNear() has something
+    /// to do.
+    bool mustKeep() { return moved.try_acquire(); }
+
+    /// Writer: blocks until reading goes on in another place, or until wake().
     void waitToKeep() { moved.acquire(); }
 
     /// Any thread: ends a waitToKeep().
