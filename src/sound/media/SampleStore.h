@@ -15,7 +15,7 @@ namespace sound {
 /// Holds the whole of a sound as float frames: in memory while it is short, else in a file without a name that is
 /// read through a mapping, so that an hour of sound does not cost an hour of memory.
 ///
-/// **Threads.** One writer calls append(), finish(), keepNear() and waitToKeep(); any thread reads. A frame is
+/// **Threads.** One writer calls append(), finish() and what has to do with keeping; any thread reads. A frame is
 /// written before it counts as available() and never again, so the two never meet.
 ///
 /// **Memory.** The pages of the mapping count as the process's own once they are read. The writer, when it has

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <ostream>
 #include <random>
@@ -129,6 +130,32 @@ TEST(OggSound, SoundsThatAreChainedPlayOneAfterTheOther)
     const auto opened = DecodedSound::open(files.write("both.opus", chained));
     ASSERT_TRUE(opened.sound);
     EXPECT_EQ(opened.sound->length().value, 170'000);
+}
+
+TEST(Mp3Sound, PartsOfDifferentRatesAreBroughtToOne)
+{
+    const SoundFiles files;
+    const QStringList untagged = {"-write_xing", "0", "-id3v2_version", "0"};
+    const QByteArray first =
+        sound::testing::contentOf(files.make("1.mp3", sound::testing::sine(440, 44100, 2, 44100), untagged));
+    const QByteArray second =
+        sound::testing::contentOf(files.make("2.mp3", sound::testing::sine(440, 48000, 2, 48000), untagged));
+    const auto opened = DecodedSound::open(files.write("both.mp3", first + second));
+    ASSERT_TRUE(opened.sound);
+    // Each part is a second and, with its delay, up to the end of a coded frame.
+    const double rate = opened.sound->rate().hertz;
+    const double seconds = static_cast<double>(opened.sound->length().value) / rate;
+    EXPECT_GT(seconds, 2.0 + 1105 / 44100.0 + 1105 / 48000.0 - 0.001);
+    EXPECT_LT(seconds, 2.0 + 2 * (1105 + 1152) / 44100.0);
+    ASSERT_TRUE(opened.sound->waitFor(opened.sound->length()));
+    // In the middle of either part the tone crosses zero 880 times a second.
+    for (const double from : {0.3, 1.3}) {
+        const auto samples = framesOf(*opened.sound, std::lround(from * rate), std::lround(rate / 2));
+        int crossings = 0;
+        for (std::size_t i = 2; i < samples.size(); i += 2)
+            crossings += (samples[i - 2] < 0) != (samples[i] < 0) ? 1 : 0;
+        EXPECT_NEAR(crossings, 440, 2) << from;
+    }
 }
 
 /// Where the container's own duration is a guess, rounded, or missing.
