@@ -61,6 +61,8 @@ void DecodeWorker::decode()
             failure = EngineError::NotEnoughMemory;
             return;
         }
+        if (store.mustKeep())
+            store.keepNear();
         {
             // Taken and let go, so that none who looks at the count now starts to wait just after the call below.
             const std::lock_guard lock(mutex);

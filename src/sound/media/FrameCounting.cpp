@@ -46,7 +46,7 @@ std::optional<FrameCount> countByContainer(const AvInput& input)
     if (input.is("wav") || input.is("w64") || input.is("aiff"))
         return countPcmFrames(input);
     if (input.is("mp3"))
-        return countMpegFrames(*input.file());
+        return countMpegFrames(*input.file(), SampleRate{input.codec().sample_rate});
     if (input.is("aac"))
         return countCodedFrames(input, readAdtsHead);
     if (input.is("ac3"))

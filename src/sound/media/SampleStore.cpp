@@ -142,7 +142,8 @@ void SampleStore::keepNear()
     for (std::size_t i = 0; i < keptPlaces; ++i)
         places[i] = recentRegions[i].load(std::memory_order_relaxed);
 
-    const std::int64_t regions = (static_cast<std::int64_t>(bytes) + regionBytes - 1) / regionBytes;
+    const auto writtenBytes = static_cast<std::size_t>(available().value) * bytesPerFrame();
+    const std::int64_t regions = (static_cast<std::int64_t>(writtenBytes) + regionBytes - 1) / regionBytes;
     const auto isKept = [&places](std::int64_t region) {
         return std::ranges::any_of(places, [region](std::int64_t place) {
             return region >= place - regionsBefore && region <= place + regionsAfter;
@@ -150,7 +151,7 @@ void SampleStore::keepNear()
     };
     for (std::int64_t region = 0; region < regions; ++region) {
         const auto offset = static_cast<std::size_t>(region * regionBytes);
-        const std::size_t size = std::min(static_cast<std::size_t>(regionBytes), bytes - offset);
+        const std::size_t size = std::min(static_cast<std::size_t>(regionBytes), writtenBytes - offset);
         if (isKept(region))
             bringIn(memory + offset, size);
         else

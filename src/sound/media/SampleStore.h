@@ -15,7 +15,7 @@ namespace sound {
 /// Holds the whole of a sound as float frames: in memory while it is short, else in a file without a name that is
 /// read through a mapping, so that an hour of sound does not cost an hour of memory.
 ///
-/// **Threads.** One writer calls append(), finish(), keepNear() and waitToKeep(); any thread reads. A frame is
+/// **Threads.** One writer calls append(), finish() and what has to do with keeping; any thread reads. A frame is
 /// written before it counts as available() and never again, so the two never meet.
 ///
 /// **Memory.** The pages of the mapping count as the process's own once they are read. The writer, when it has
@@ -56,7 +56,11 @@ public:
     /// Writer: brings in the pages round the places where reading goes on and lets the others go.
     void keepNear();
 
-    /// Writer: blocks until reading goes on in another place, or until wake(). Then keepNear() has something to do.
+    /// Writer: whether reading goes on in another place since this was last asked, so that keepNear() has something
+    /// to do.
+    bool mustKeep() { return moved.try_acquire(); }
+
+    /// Writer: blocks until reading goes on in another place, or until wake().
     void waitToKeep() { moved.acquire(); }
 
     /// Any thread: ends a waitToKeep().

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <ostream>
 #include <random>
@@ -80,6 +81,109 @@ TEST_P(EveryFormat, HoldsEveryFrameOfTheLinearDecodeWhereverItIsRead)
         const auto begin = linear.begin() + from * channels;
         ASSERT_TRUE(sameBits(framesOf(sound, from, count), {begin, begin + count * channels})) << "from " << from;
     }
+}
+
+/// Bytes of the Ogg pages from one to another, each page whole.
+QByteArray oggPages(const QByteArray& bytes, int first, int last)
+{
+    QByteArray pages;
+    qsizetype from = 0;
+    for (int page = 0; from >= 0 && page <= last; ++page) {
+        const qsizetype next = bytes.indexOf("OggS", from + 4);
+        if (page >= first)
+            pages += bytes.mid(from, next < 0 ? -1 : next - from);
+        from = next;
+    }
+    return pages;
+}
+
+/// The position that a page bears: of the end of the sound on it.
+std::int64_t positionOf(const QByteArray& page)
+{
+    std::int64_t position = 0;
+    std::memcpy(&position, page.constData() + 6, sizeof position);
+    return position;
+}
+
+TEST(OggSound, APieceCutFromALongerSoundIsAsLongAsWhatIsInIt)
+{
+    const SoundFiles files;
+    const QByteArray whole = sound::testing::contentOf(
+        files.make("whole.ogg", sound::testing::slideWithNoise(44100, 2, 60 * 44100), {"-c:a", "libvorbis"}));
+    constexpr int firstPage = 30;
+    constexpr int lastPage = 44;
+    const auto opened =
+        DecodedSound::open(files.write("cut.ogg", oggPages(whole, 0, 1) + oggPages(whole, firstPage, lastPage)));
+    ASSERT_TRUE(opened.sound);
+    EXPECT_EQ(opened.sound->length().value, positionOf(oggPages(whole, lastPage, lastPage)) -
+                                                positionOf(oggPages(whole, firstPage - 1, firstPage - 1)));
+}
+
+TEST(OggSound, SoundsThatAreChainedPlayOneAfterTheOther)
+{
+    const SoundFiles files;
+    const auto first = sound::testing::slideWithNoise(48000, 1, 100'000);
+    const auto second = sound::testing::sine(440, 48000, 1, 70'000);
+    const QByteArray chained =
+        sound::testing::contentOf(files.make("1.opus", first, {"-c:a", "libopus", "-serial_offset", "1"})) +
+        sound::testing::contentOf(files.make("2.opus", second, {"-c:a", "libopus", "-serial_offset", "2"}));
+    const auto opened = DecodedSound::open(files.write("both.opus", chained));
+    ASSERT_TRUE(opened.sound);
+    EXPECT_EQ(opened.sound->length().value, 170'000);
+}
+
+TEST(Mp3Sound, PartsOfDifferentRatesAreBroughtToOne)
+{
+    const SoundFiles files;
+    const QStringList untagged = {"-write_xing", "0", "-id3v2_version", "0"};
+    const QByteArray first =
+        sound::testing::contentOf(files.make("1.mp3", sound::testing::sine(440, 44100, 2, 44100), untagged));
+    const QByteArray second =
+        sound::testing::contentOf(files.make("2.mp3", sound::testing::sine(440, 48000, 2, 48000), untagged));
+    const auto opened = DecodedSound::open(files.write("both.mp3", first + second));
+    ASSERT_TRUE(opened.sound);
+    // Each part is a second and, with its delay, up to the end of a coded frame.
+    const double rate = opened.sound->rate().hertz;
+    const double seconds = static_cast<double>(opened.sound->length().value) / rate;
+    EXPECT_GT(seconds, 2.0 + 1105 / 44100.0 + 1105 / 48000.0 - 0.001);
+    EXPECT_LT(seconds, 2.0 + 2 * (1105 + 1152) / 44100.0);
+    ASSERT_TRUE(opened.sound->waitFor(opened.sound->length()));
+    // In the middle of either part the tone crosses zero 880 times a second.
+    for (const double from : {0.3, 1.3}) {
+        const auto samples = framesOf(*opened.sound, std::lround(from * rate), std::lround(rate / 2));
+        int crossings = 0;
+        for (std::size_t i = 2; i < samples.size(); i += 2)
+            crossings += (samples[i - 2] < 0) != (samples[i] < 0) ? 1 : 0;
+        EXPECT_NEAR(crossings, 440, 2) << from;
+    }
+}
+
+/// Where the container's own duration is a guess, rounded, or missing.
+TEST(SoundLength, IsThatOfTheEncodedSoundAndTheEncodersFramingToTheMillisecond)
+{
+    const SoundFiles files;
+    constexpr int rate = 44100;
+    // Loud and silent in turn, so that the bit rate at the beginning says nothing of the rest.
+    sound::testing::TestSound made = sound::testing::slideWithNoise(rate, 2, 30 * rate + 500);
+    std::fill(made.samples.begin() + 2 * rate, made.samples.begin() + 30 * rate, 0.0F);
+    const auto lengthOf = [&](const char* name, const QStringList& arguments) {
+        const auto opened = DecodedSound::open(files.make(name, made, arguments));
+        return opened.sound ? sound::durationOf(opened.sound->length(), opened.sound->rate()).count() : 0;
+    };
+    const auto durationOf = [](std::int64_t frames) {
+        return sound::durationOf(FrameCount{frames}, sound::SampleRate{rate}).count();
+    };
+    const std::int64_t frames = made.frames();
+    const auto wholeBlocks = [frames](std::int64_t block, std::int64_t delay) {
+        return (frames + delay + block - 1) / block * block;
+    };
+    EXPECT_EQ(lengthOf("a.m4a", {}), durationOf(frames));
+    EXPECT_EQ(lengthOf("a.ogg", {"-c:a", "libvorbis"}), durationOf(frames));
+    EXPECT_EQ(lengthOf("a.mp3", {"-q:a", "0"}), durationOf(frames));
+    // Encoders that say nothing of their delay: it is heard, and so is the silence that fills the last block.
+    EXPECT_EQ(lengthOf("a.aac", {}), durationOf(wholeBlocks(1024, 1024)));
+    EXPECT_EQ(lengthOf("a.wma", {"-c:a", "wmav2"}), durationOf(wholeBlocks(2048, 0) - 2048));
+    EXPECT_EQ(lengthOf("b.mp3", {"-q:a", "0", "-write_xing", "0"}), durationOf(wholeBlocks(1152, 1105)));
 }
 
 const QStringList withPicture = {"-f", "lavfi", "-i", "color=s=64x64:d=1", "-map", "0:a", "-map", "1:v"};

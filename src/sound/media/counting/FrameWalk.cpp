@@ -20,22 +20,21 @@ bool isConfirmed(FileBytes& bytes, std::int64_t offset, std::int64_t end, ReadCo
 WalkedFrames walkFrames(FileBytes& bytes, std::int64_t begin, std::int64_t end, ReadCodedHead readHead)
 {
     WalkedFrames walked;
-    bool inStep = false;  // the last frame led here
+    std::optional<std::uint32_t> kind;  // of the last frame, while it has led here
     for (std::int64_t offset = begin; offset < end;) {
         const auto head = readHead(bytes.at(offset, longestCodedHead));
-        const bool fits =
-            head && offset + head->size <= end && (walked.count == 0 || head->kind == walked.first.kind);
-        if (!fits || (!inStep && !isConfirmed(bytes, offset, end, readHead))) {
-            inStep = false;
+        const bool fits = head && offset + head->size <= end;
+        if (!fits || (kind != head->kind && !isConfirmed(bytes, offset, end, readHead))) {
+            kind.reset();
             ++offset;
             continue;
         }
         if (walked.count == 0)
             walked.first = *head;
         ++walked.count;
-        walked.frames += head->frames;
+        walked.frames += head->frames * walked.first.rate / head->rate;
         offset += head->size;
-        inStep = true;
+        kind = head->kind;
     }
     return walked;
 }

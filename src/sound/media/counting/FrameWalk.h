@@ -14,7 +14,7 @@ struct CodedFrame
     std::int64_t size = 0;    // in bytes, with the head
     std::int64_t frames = 0;  // of sound
     int rate = 0;
-    std::uint32_t kind = 0;  // what stays the same from frame to frame in one sound
+    std::uint32_t kind = 0;  // what stays the same from frame to frame
 };
 
 /// Reads a head at the beginning of @p bytes, of which there are at least @c longestCodedHead but at the end of the
@@ -25,8 +25,8 @@ constexpr std::size_t longestCodedHead = 10;
 
 struct WalkedFrames
 {
-    std::int64_t count = 0;  // of coded frames that are whole
-    std::int64_t frames = 0;
+    std::int64_t count = 0;   // of coded frames that are whole
+    std::int64_t frames = 0;  // at the rate of the first
     CodedFrame first;
 };
 

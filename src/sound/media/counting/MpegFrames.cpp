@@ -86,7 +86,7 @@ std::int64_t firstFrameFrom(FileBytes& bytes, std::int64_t begin, std::int64_t e
 
 }  // namespace
 
-std::optional<FrameCount> countMpegFrames(const RegularFile& file)
+std::optional<FrameCount> countMpegFrames(const RegularFile& file, SampleRate rate)
 {
     FileBytes bytes(file);
     const std::int64_t end = beginOfId3v1Tag(bytes);
@@ -108,6 +108,8 @@ std::optional<FrameCount> countMpegFrames(const RegularFile& file)
             frames -= std::max<std::int64_t>(0, std::min(walked.frames, claimed) - soundEnd);
         frames -= tag.delay + decoderDelay;
     }
+    if (walked.count > 0)
+        frames = frames * rate.hertz / walked.first.rate;
     return frames > 0 ? std::optional(FrameCount{frames}) : std::nullopt;
 }
 

@@ -118,10 +118,9 @@ public:
         ended = page.ends;
         if (page.position <= reached)
             return;  // also that of a page on which no packet ends
-        const std::int64_t most = mostFramesOn(page, bytesSinceLast);
-        if (!begun && page.position > most)
-            begin = std::clamp<std::int64_t>(firstPosition.value, 0, page.position);
-        else if (page.position - reached > most)
+        if (!begun)
+            begin = reached = earlier > 0 ? 0 : std::clamp<std::int64_t>(firstPosition.value, 0, page.position);
+        if (page.position - reached > mostFramesOn(page, bytesSinceLast))
             return;
         begun = true;
         reachedBeforeLast = reached;
