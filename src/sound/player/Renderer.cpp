@@ -15,7 +15,8 @@ using namespace std::chrono_literals;
 constexpr auto fadeTime = 5ms;
 
 // A change of tempo or pitch starts the path anew, which brings it out at once. While a slider is being dragged the
-// changes come faster than that is good for the sound: then they go into the running path.
+// changes come faster than that is good for the sound: then they go into the running path, which follows them a little
+// late and by some frames less exactly, and is started anew when the slider has come to rest.
 constexpr auto restartInterval = 150ms;
 
 // More than any stretcher and resampler look ahead of the frame that is heard, for each kilohertz of the rate.
@@ -97,13 +98,17 @@ void Renderer::render(float* stereo)
         }
         path().replaceWindow(current.sound->source(), wanted.window);
     }
-    if (settings.changes != path().changes()) {
-        const bool atOnce = sinceRestart >= framesIn(restartInterval, outputRate);
-        const bool onlyRate =
-            settings.changes.tempo == path().changes().tempo && settings.changes.pitch == path().changes().pitch;
-        if (!path().canChangeTo(settings.changes) || (atOnce && !onlyRate)) {
-            renderRestart(next, stereo);
-            return;
+    const Changes& inForce = path().changes();
+    const bool rested = sinceChange >= framesIn(restartInterval, outputRate);
+    const bool stretchDiffers = settings.changes.tempo != inForce.tempo || settings.changes.pitch != inForce.pitch;
+    if (!path().canChangeTo(settings.changes) || (rested && (stretchDiffers || dragged))) {
+        renderRestart(next, stereo);
+        return;
+    }
+    if (settings.changes != inForce) {
+        if (stretchDiffers) {
+            dragged = true;
+            sinceChange = {0};
         }
         path().change(settings.changes);
     }
@@ -148,7 +153,8 @@ void Renderer::renderStart(float* stereo)
     level.settle();
     limiter.reset();
     state = State::Sounding;
-    sinceRestart = {0};
+    sinceChange = framesIn(restartInterval, outputRate);
+    dragged = false;
     const bool fade = resuming;
     resuming = false;
     renderSounding(stereo);
@@ -163,7 +169,7 @@ void Renderer::renderSounding(float* stereo)
     const double to = path().position();
     finish(current.sound->comingBlock(), stereo,
            entryAt(from, (to - from) / static_cast<double>(blockFrames.value)));
-    sinceRestart = sinceRestart + blockFrames;
+    sinceChange = sinceChange + blockFrames;
     current.sound->source().willReadNear(path().reader().position());
 
     const auto end = static_cast<double>(current.window.end.value);
@@ -203,7 +209,8 @@ void Renderer::renderRestart(FramePosition first, float* stereo)
     leaving.render(blockFrames, sound.leavingBlock());
     crossfade(sound.leavingBlock(), sound.comingBlock(), blockFrames, sound.source().channels());
     finish(sound.comingBlock(), stereo, entryAt(from, (to - from) / static_cast<double>(blockFrames.value)));
-    sinceRestart = blockFrames;
+    sinceChange = blockFrames;
+    dragged = false;
 }
 
 // From the path's channels to stereo, and through what holds for every sound.

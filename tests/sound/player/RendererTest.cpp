@@ -517,6 +517,28 @@ TEST(RendererTest, ASliderThatIsDraggedChangesAllTheWayWithoutAClickAndEndsAtThe
     EXPECT_LT(largestStep(all.subspan(441)), largestStep(all.subspan(441, 40000)) * 1.3);
 }
 
+TEST(RendererTest, AfterADraggedSliderHasComeToRestThePlaceIsExactAgain)
+{
+    constexpr double first = 500;
+    constexpr double sweep = 100;
+    RendererBench bench(sweepSound(rate, first, sweep, 30));
+    bench.play(44100);
+    bench.render(22050);
+    // Leaps as a drag across the whole slider makes them.
+    for (const double tempo : {0.9, 1.6, 0.5, 1.5, 0.6}) {
+        bench.settings.changes.tempo = tempo;
+        bench.settingsChanged();
+        bench.render(2 * bench.block());
+    }
+    bench.render(22050);  // rested, and started anew
+    const double from = bench.position();
+    bench.output.clear();
+    bench.render(22050);
+    const double to = bench.position();
+    const double heard = (frequencyInTheMiddle(bench.left()) - first) / sweep * rate.hertz;
+    EXPECT_NEAR(heard, (from + to) / 2, 100);
+}
+
 // --- Peaks and the way through
 // -------------------------------------------------------------------------------------
 
