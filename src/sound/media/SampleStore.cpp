@@ -124,6 +124,8 @@ bool SampleStore::append(std::span<const float> interleaved)
     const std::int64_t before = published.load(std::memory_order_relaxed);
     const auto offered = static_cast<std::int64_t>(interleaved.size()) / channelCount;
     const std::int64_t taken = std::min(offered, frames.value - before);
+    if (taken == 0)
+        return true;
     const std::size_t offset = static_cast<std::size_t>(before) * bytesPerFrame();
     const auto bytesTaken = std::as_bytes(interleaved).first(static_cast<std::size_t>(taken) * bytesPerFrame());
     if (!isInFile())
