@@ -29,6 +29,8 @@ void Player::jumpTo(FramePosition place)
     ++transport.jump;
     transport.position = place;
     atEnd = false;
+    if (loaded)
+        loaded->source().willReadNear(place);
 }
 
 void Player::load(std::shared_ptr<const SampleSource> source)
