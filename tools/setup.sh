@@ -53,16 +53,19 @@ install_missing() {
     as_root apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
+configure() {
+    local log
+    log=$(cmake --preset "$1" 2>&1) || { printf '%s\n' "$log"; return 1; }
+}
+
 # build PRESET [TARGET...]
 build() {
-    local preset=$1
+    local preset=$1 quiet=--quiet
     shift
-    note "Building: $preset"
-    cmake --preset "$preset" >"build-$preset.log" 2>&1 || { cat "build-$preset.log"; return 1; }
-    rm "build-$preset.log"
-    local quiet=--quiet
     if [ -t 1 ]; then
         quiet=  # a terminal gets a line that counts
     fi
+    note "Building: $preset"
+    configure "$preset"
     cmake --build "build/$preset" ${1:+--target "$@"} -- $quiet
 }

@@ -22,13 +22,17 @@ SETTLED = 0.5
 
 
 class PlayerTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.stage = cls.enterClassContext(Stage(logs=KEPT))
+
     def setUp(self):
         self.results = os.path.join(KEPT, self.id().split(".")[-1])
-        self.stage = Stage(logs=self.results)
-        self.addCleanup(self.stage.__exit__)
-        self.stage.__enter__()
-        self.addCleanup(self.keep_screenshot)  # runs before the stage goes
+        os.makedirs(self.results, exist_ok=True)
+        self.stage.new_home()
         self.player = Player(self.stage, os.path.join(BUILD, "larkspin"))
+        self.addCleanup(self.player.end)
+        self.addCleanup(self.keep_screenshot)  # runs before the end of the player
         self.player.start()
 
     def keep_screenshot(self):
@@ -46,13 +50,15 @@ class PlayerTest(unittest.TestCase):
         path = os.path.join(self.results, "heard.wav")
         recording.save(path)
         program = os.path.join(BUILD, "tools", "heard", "heard")
-        return measure(program, WAV, path, [("it", begin, end, measures)])["it"]
+        return measure(program, WAV, path, [("it", begin, end, measures + " gaps")])["it"]
 
     def listen(self, recording, seconds, measures):
         recording.wait(SETTLED)
         begin = recording.seconds()
         recording.wait(seconds)
-        return self.heard(recording, begin, begin + seconds, measures)
+        found = self.heard(recording, begin, begin + seconds, measures)
+        self.assertEqual(found["gaps"], 0)
+        return found
 
     def test_unchanged_sound_is_heard_to_the_bit(self):
         recording = self.stage.record()

@@ -1,4 +1,5 @@
 #include "heard/Difference.h"
+#include "heard/Gaps.h"
 #include "heard/LoopPeriod.h"
 #include "heard/Pitch.h"
 #include "heard/Tempo.h"
@@ -26,6 +27,7 @@ constexpr const char* kUsage =
     "    pitch       its tempo, and its pitch against the same part of the original, in cents, and where that is\n"
     "    period      after how many frames and milliseconds it repeats\n"
     "    difference  the largest difference of a sample from the original, 0 for a copy\n"
+    "    gaps        how often it breaks off\n"
     "    level       its peak, 1 for full scale\n"
     "Each is answered by a line of NAME and key=value pairs; a measure that finds nothing is left out.\n";
 
@@ -98,6 +100,8 @@ bool printMeasure(const std::string& measure, const StereoSound& stretch, const 
         const heard::Difference difference = heard::differenceOf(stretch, original);
         std::cout << std::setprecision(9) << " difference=" << difference.largest << std::setprecision(5)
                   << " from=" << difference.originalSecond;
+    } else if (measure == "gaps") {
+        std::cout << " gaps=" << heard::gapsIn(stretch);
     } else if (measure == "level") {
         std::cout << std::setprecision(5) << " peak=" << peakOf(stretch);
     } else {

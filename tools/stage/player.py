@@ -1,7 +1,6 @@
 """The real program, driven as a user drives it: by the keys and the mouse, at the places where its controls are."""
 
 import os
-import signal
 
 from processes import Impatient, wait_until
 
@@ -17,7 +16,7 @@ class Player:
 
     def start(self):
         """Starts the program, answers what it has to say at a first start, and returns when its window is there."""
-        self.process = self._stage.processes.start("larkspin", [self._program], self._stage.environment)
+        self.process = self._stage.processes.start("larkspin", [self._program], self._stage.environment, urgent=True)
 
         def window_without_boxes():
             self.check_alive()
@@ -49,8 +48,10 @@ class Player:
         wait_until(lambda: not self.is_running(), "the program to end", 10)
         return self.process.returncode
 
-    def kill(self):
-        self._stage.processes.end(self.process, signal.SIGKILL)
+    def end(self):
+        """Ends the process whatever it does, if it is still there."""
+        if self.process is not None:
+            self._stage.processes.end(self.process)
 
     def _windows(self, title):
         return self._stage.run("xdotool", "search", "--onlyvisible", "--name", title, check=False).split()
@@ -102,15 +103,13 @@ class Player:
         return None
 
     def _look_for(self, name, role):
-        states = self._accessibility.StateType if self._accessibility else None
         waiting = [self._application()]
-        states = states or self._accessibility.StateType
         while waiting:
             item = waiting.pop(0)
-            if item is None:
-                continue
+            if item is None or item.get_role_name() == "tool bar":
+                continue  # the tool bar repeats the panels' buttons by the same names
             if item.get_name() == name and (role is None or item.get_role_name() == role):
-                if item.get_state_set().contains(states.SHOWING):
+                if item.get_state_set().contains(self._accessibility.StateType.SHOWING):
                     return item
             waiting += [item.get_child_at_index(index) for index in range(item.get_child_count())]
         return None

@@ -16,10 +16,8 @@ class Stage:
 
     def __init__(self, logs=None):
         self.folder = tempfile.mkdtemp(prefix="larkspin-")
-        self.home = os.path.join(self.folder, "home")
         runtime = os.path.join(self.folder, "run")
-        for folder in (self.home, runtime):
-            os.mkdir(folder, mode=0o700)
+        os.mkdir(runtime, mode=0o700)
         self.logs = logs or self.folder
         os.makedirs(self.logs, exist_ok=True)
         self.processes = Processes(self.logs)
@@ -28,13 +26,16 @@ class Stage:
         self.environment = {
             "PATH": os.environ.get("PATH", "/usr/bin:/bin"),
             "LANG": "C.UTF-8",
-            "HOME": self.home,
             "XDG_RUNTIME_DIR": runtime,
             "PULSE_SERVER": "unix:" + self.socket,
             "QT_QPA_PLATFORM": "xcb",
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-            "NO_AT_BRIDGE": "1",
         }
+        self.new_home()
+
+    def new_home(self):
+        """From now on programs find the folders of a user who has never started them."""
+        self.environment["HOME"] = tempfile.mkdtemp(prefix="home-", dir=self.folder)
 
     def __enter__(self):
         try:
@@ -83,7 +84,7 @@ class Stage:
                      "--use-pid-file=no",
                      "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
                      "-L", f"module-null-sink sink_name=speakers rate={RATE} format=float32le norewinds=1"]
-        self.sound_server = self.processes.start("sound", arguments, self.environment)
+        self.sound_server = self.processes.start("sound", arguments, self.environment, urgent=True)
         wait_until(lambda: "speakers" in self.run("pactl", "list", "short", "sinks", check=False), "the sound server")
 
     def kill_sound_server(self):
@@ -107,11 +108,17 @@ class Recording:
         with open(self._raw, "wb") as raw:
             arguments = ["parec", "--device=speakers.monitor", f"--rate={RATE}", "--channels=2",
                          "--format=float32le", "--raw", "--latency-msec=20"]
-            self._process = stage.processes.start("recording", arguments, stage.environment, stdout=raw)
+            self._process = stage.processes.start("recording", arguments, stage.environment, urgent=True,
+                                                     stdout=raw)
         wait_until(lambda: self.seconds() > 0, "the recording to begin")
 
     def seconds(self):
-        return os.path.getsize(self._raw) // FRAME_BYTES / RATE
+        if self._process.poll() is not None:
+            raise RuntimeError(f"the recording has ended: see {self._stage.logs}/recording.log")
+        return self._frames() / RATE
+
+    def _frames(self):
+        return os.path.getsize(self._raw) // FRAME_BYTES
 
     def wait(self, seconds):
         """Lets so much more come out of the speakers."""
@@ -122,7 +129,7 @@ class Recording:
         """The last samples that came out, both channels by turns."""
         count = int(seconds * RATE) * FRAME_BYTES
         with open(self._raw, "rb") as raw:
-            size = os.path.getsize(self._raw) // FRAME_BYTES * FRAME_BYTES
+            size = self._frames() * FRAME_BYTES
             raw.seek(max(0, size - count))
             return memoryview(raw.read(min(size, count))).cast("f")
 
@@ -144,7 +151,7 @@ class Recording:
     def save(self, path):
         """Writes all of it as a WAV file of floats, to the bit what came out."""
         with open(self._raw, "rb") as raw:
-            samples = raw.read(os.path.getsize(self._raw) // FRAME_BYTES * FRAME_BYTES)
+            samples = raw.read(self._frames() * FRAME_BYTES)
         number = lambda value, size: value.to_bytes(size, "little")
         form = number(3, 2) + number(2, 2) + number(RATE, 4) + number(RATE * FRAME_BYTES, 4) + number(8, 2) + number(32, 2)
         content = b"WAVEfmt " + number(len(form), 4) + form + b"data" + number(len(samples), 4) + samples

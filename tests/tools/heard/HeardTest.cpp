@@ -1,10 +1,12 @@
 #include "heard/Difference.h"
+#include "heard/Gaps.h"
 #include "heard/LoopPeriod.h"
 #include "heard/Pitch.h"
 #include "heard/Tempo.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <random>
@@ -141,6 +143,21 @@ TEST(HeardTest, OneWrongSampleIsNoticed)
     StereoSound stretch = stretchOf(original, 3.5, 8);
     stretch.right[1000] += .25F;
     EXPECT_NEAR(heard::differenceOf(stretch, original).largest, .25, 1e-6);
+}
+
+TEST(HeardTest, SilenceInTheMiddleIsAGapAndSilenceAroundIsNot)
+{
+    StereoSound sound{kRate, std::vector<float>(kRate, .5F), std::vector<float>(kRate, .5F)};
+    const auto silence = [&sound](std::size_t from, std::size_t count) {
+        std::fill_n(sound.left.begin() + static_cast<std::ptrdiff_t>(from), count, 0.0F);
+        std::fill_n(sound.right.begin() + static_cast<std::ptrdiff_t>(from), count, 0.0F);
+    };
+    silence(0, 1000);
+    silence(5000, 44);
+    silence(7000, 43);  // less than a millisecond
+    silence(9000, 3000);
+    silence(44000, 100);
+    EXPECT_EQ(heard::gapsIn(sound), 2);
 }
 
 }  // namespace
