@@ -24,7 +24,7 @@ void Equalizer::prepare(SampleRate rate)
 
 void Equalizer::set(const EqualizerBands& bands)
 {
-    // Bands are only ever added, so that filter i is always the band of its index.
+    // Filter i is the band of its index; one that has moved on to make room for a lower band begins anew.
     count = std::min(bands.count, EqualizerBands::capacity);
     for (std::size_t index = 0; index < count; ++index) {
         Filter& filter = filters[index];
