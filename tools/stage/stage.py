@@ -59,7 +59,7 @@ class Stage:
 
     def _start_display(self):
         told, tells = os.pipe()
-        arguments = ["Xvfb", "-displayfd", str(tells), "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-r"]
+        arguments = ["Xvfb", "-displayfd", str(tells), "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-r", "-noreset"]
         self.processes.start("display", arguments, self.environment, pass_fds=(tells,))
         os.close(tells)
         with os.fdopen(told) as answer:  # the display takes a free number and tells which
