@@ -15,8 +15,8 @@ using namespace std::chrono_literals;
 constexpr auto fadeTime = 5ms;
 
 // A change of tempo or pitch starts the path anew, which brings it out at once. While a slider is being dragged the
-// changes come faster than that is good for the sound: then they go into the running path, which follows them a little
-// late and by some frames less exactly, and is started anew when the slider has come to rest.
+// changes come faster than that is good for the sound: then they go into the running path, which follows them a
+// little late and by some frames less exactly, and is started anew when the slider has come to rest.
 constexpr auto restartInterval = 150ms;
 
 // More than any stretcher and resampler look ahead of the frame that is heard, for each kilohertz of the rate.

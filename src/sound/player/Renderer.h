@@ -78,8 +78,8 @@ private:
     bool resuming = false;  // the sound left with a fade and comes back with one
     bool ended = false;
     int activePath = 0;
-    FrameCount sinceChange;  // of tempo or pitch
-    bool dragged = false;    // changes went into the running path since it was started
+    FrameCount sinceChange;     // of tempo or pitch
+    bool dragged = false;       // changes went into the running path since it was started
     std::int64_t soundEnd = 0;  // the output frame behind the last one that was not plain silence
 
     SampleRate outputRate;
