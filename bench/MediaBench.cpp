@@ -38,8 +38,8 @@ const std::array formats = {
 /// Ten minutes of sound in the format, made when it is first asked for.
 QString fileOf(const Format& format)
 {
-    static const sound::testing::SoundFiles files;
-    static const sound::testing::TestSound sound = sound::testing::slideWithNoise(44100, 2, 600 * 44100);
+    static const sound::test::SoundFiles files;
+    static const sound::test::TestSound sound = sound::test::slideWithNoise(44100, 2, 600 * 44100);
     const QString path = files.path(format.file);
     return QFile::exists(path) ? path : files.make(format.file, sound, format.arguments);
 }

@@ -8,7 +8,7 @@
 #include <numbers>
 #include <random>
 
-namespace sound::testing {
+namespace sound::test {
 namespace {
 
 constexpr int longestRunInMilliseconds = 100'000;
@@ -108,4 +108,4 @@ QByteArray contentOf(const QString& path)
     return file.readAll();
 }
 
-}  // namespace sound::testing
+}  // namespace sound::test

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-namespace sound::testing {
+namespace sound::test {
 
 /// Samples with what it takes to make sense of them.
 struct TestSound
@@ -59,4 +59,4 @@ std::vector<float> decodedByFfmpeg(const QString& path, int channels);
 
 QByteArray contentOf(const QString& path);
 
-}  // namespace sound::testing
+}  // namespace sound::test

@@ -1,6 +1,6 @@
 #include "sound/media/FloatFrames.h"
 
-#include "sound/media/Finite.h"
+#include "sound/media/ToFloat.h"
 
 #include <algorithm>
 #include <span>
@@ -12,27 +12,6 @@ extern "C" {
 
 namespace sound {
 namespace {
-
-float toFloat(std::uint8_t sample)
-{
-    return static_cast<float>(sample - 128) / 128.0F;
-}
-float toFloat(std::int16_t sample)
-{
-    return static_cast<float>(sample) / 32768.0F;
-}
-float toFloat(std::int32_t sample)
-{
-    return static_cast<float>(sample) / 2147483648.0F;
-}
-float toFloat(float sample)
-{
-    return finite(sample);
-}
-float toFloat(double sample)
-{
-    return finite(static_cast<float>(sample));
-}
 
 template <typename Sample>
 void interleave(const AVFrame& frame, bool planar, int channels, float* out)
@@ -112,7 +91,8 @@ bool FloatFrames::appendMixed(const AVFrame& decoded, std::vector<float>& interl
                                  const_cast<const std::uint8_t**>(decoded.extended_data), decoded.nb_samples);
     interleaved.resize(before + static_cast<std::size_t>(std::max(made, 0)) * perFrame);
     std::ranges::transform(std::span(interleaved).subspan(before),
-                           interleaved.begin() + static_cast<std::ptrdiff_t>(before), finite);
+                           interleaved.begin() + static_cast<std::ptrdiff_t>(before),
+                           [](float sample) { return toFloat(sample); });
     return made >= 0;
 }
 

@@ -1,6 +1,6 @@
 #include "sound/media/PcmReader.h"
 
-#include "sound/media/Finite.h"
+#include "sound/media/ToFloat.h"
 
 #include <algorithm>
 #include <bit>
@@ -20,24 +20,6 @@ Word reversed(Word word)
         return __builtin_bswap32(word);
     else
         return __builtin_bswap64(word);
-}
-
-/// Integers of two or four bytes are divided by their full scale, which is exact.
-float toFloat(std::int16_t sample)
-{
-    return static_cast<float>(sample) / 32768.0F;
-}
-float toFloat(std::int32_t sample)
-{
-    return static_cast<float>(sample) / 2147483648.0F;
-}
-float toFloat(float sample)
-{
-    return finite(sample);
-}
-float toFloat(double sample)
-{
-    return toFloat(static_cast<float>(sample));
 }
 
 template <typename Sample, typename Word, bool bigEndian>
@@ -65,8 +47,7 @@ template <int middle>
 void convert8(const std::uint8_t* bytes, std::size_t samples, float* out)
 {
     for (std::size_t i = 0; i < samples; ++i) {
-        const int sample = middle == 0 ? static_cast<std::int8_t>(bytes[i]) : bytes[i] - middle;
-        out[i] = static_cast<float>(sample) / 128.0F;
+        out[i] = middle == 0 ? toFloat(static_cast<std::int8_t>(bytes[i])) : toFloat(bytes[i]);
     }
 }
 

@@ -14,4 +14,16 @@ struct Settings
     EqualizerBands equalizer;
 };
 
+/// The factor of a change of tempo or rate in percent, which is cut to -60 to 60: what is promised, and measured.
+double speedFactor(float percent);
+
+/// The factor of a change of pitch in semitones, which is cut to -12 to 12.
+double pitchFactor(float semitones);
+
+/// The band whose centre this is, or null.
+EqualizerBand* findBand(EqualizerBands& bands, float frequency);
+
+/// Adds a band at its place, lowest first; false where there is no room, or one of the same centre.
+bool addBand(EqualizerBands& bands, const EqualizerBand& band);
+
 }  // namespace sound

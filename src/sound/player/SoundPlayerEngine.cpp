@@ -15,34 +15,9 @@ using namespace std::chrono_literals;
 
 constexpr auto pollInterval = 20ms;
 
-// What is promised, and measured, of the changes.
-constexpr float greatestSpeedChange = 60;
-constexpr float greatestPitchChange = 12;
-
-double speedFactor(float percent)
-{
-    const float kept = std::isfinite(percent) ? std::clamp(percent, -greatestSpeedChange, greatestSpeedChange) : 0;
-    return 1 + static_cast<double>(kept) / 100;
-}
-
-double pitchFactor(float semitones)
-{
-    const float kept =
-        std::isfinite(semitones) ? std::clamp(semitones, -greatestPitchChange, greatestPitchChange) : 0;
-    return std::exp2(static_cast<double>(kept) / 12);
-}
-
 short percentOf(FrameCount part, FrameCount whole)
 {
     return whole.value > 0 ? static_cast<short>(part.value * 100 / whole.value) : short{100};
-}
-
-EqualizerBand* findBand(EqualizerBands& bands, float frequency)
-{
-    const auto end = bands.band.begin() + static_cast<std::ptrdiff_t>(bands.count);
-    const auto found = std::find_if(bands.band.begin(), end,
-                                    [&](const EqualizerBand& band) { return band.frequency == frequency; });
-    return found == end ? nullptr : &*found;
 }
 
 }  // namespace
@@ -316,14 +291,8 @@ void SoundPlayerEngine::EnableEqualizer(bool enabled)
 void SoundPlayerEngine::AddEqualizerBand(short player, float frequency, float bandwidth, float gain)
 {
     changeSettings(player, [&](Settings& settings) {
-        EqualizerBands& bands = settings.equalizer;
-        if (bands.count == EqualizerBands::capacity || findBand(bands, frequency) != nullptr) {
+        if (!addBand(settings.equalizer, {frequency, bandwidth, gain}))
             fail(EngineError::ParameterOutOfRange);
-            return;
-        }
-        bands.band[bands.count++] = {frequency, bandwidth, gain};
-        std::sort(bands.band.begin(), bands.band.begin() + static_cast<std::ptrdiff_t>(bands.count),
-                  [](const EqualizerBand& a, const EqualizerBand& b) { return a.frequency < b.frequency; });
     });
 }
 

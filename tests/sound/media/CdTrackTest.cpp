@@ -8,7 +8,7 @@
 using sound::DecodedSound;
 using sound::FrameCount;
 using sound::FramePosition;
-using sound::testing::SoundFiles;
+using sound::test::SoundFiles;
 
 namespace {
 
@@ -35,7 +35,7 @@ QByteArray stub(int track, std::uint32_t start = 0, std::uint32_t length = secto
 QByteArray trackOf(double hertz)
 {
     QByteArray bytes;
-    const auto tone = sound::testing::sine(hertz, 44100, 2, sectorsPerTrack * framesPerSector);
+    const auto tone = sound::test::sine(hertz, 44100, 2, sectorsPerTrack * framesPerSector);
     for (const float sample : tone.samples)
         bytes += number(static_cast<std::uint32_t>(std::lrint(sample * 32767.0F)), 2);
     return bytes;

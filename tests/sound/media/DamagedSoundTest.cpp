@@ -12,7 +12,7 @@
 using sound::DecodedSound;
 using sound::FrameCount;
 using sound::FramePosition;
-using sound::testing::SoundFiles;
+using sound::test::SoundFiles;
 
 namespace {
 
@@ -115,8 +115,8 @@ protected:
 TEST_P(DamagedSound, IsRefusedOrSafeToReadAndNeverLongerThanItsBytesBearOut)
 {
     const Format& format = GetParam();
-    const QByteArray good = sound::testing::contentOf(
-        files.make(format.file, sound::testing::slideWithNoise(rate, 2, frames), format.arguments));
+    const QByteArray good = sound::test::contentOf(
+        files.make(format.file, sound::test::slideWithNoise(rate, 2, frames), format.arguments));
     int opened = 0;
     for (unsigned number = 0; number < 100; ++number) {
         const QString path = files.write(QStringLiteral("damaged-") + format.file, Damage(number)(good));
@@ -160,8 +160,8 @@ class ForgedHeader : public ::testing::Test
 protected:
     QByteArray make(const char* name, const QStringList& arguments = {}) const
     {
-        return sound::testing::contentOf(
-            files.make(name, sound::testing::slideWithNoise(rate, 2, frames), arguments));
+        return sound::test::contentOf(
+            files.make(name, sound::test::slideWithNoise(rate, 2, frames), arguments));
     }
 
     std::int64_t lengthOf(const char* name, const QByteArray& bytes) const

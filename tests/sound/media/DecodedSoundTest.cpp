@@ -12,8 +12,8 @@
 using sound::DecodedSound;
 using sound::FrameCount;
 using sound::FramePosition;
-using sound::testing::SoundFiles;
-using sound::testing::TestSound;
+using sound::test::SoundFiles;
+using sound::test::TestSound;
 
 namespace {
 
@@ -55,10 +55,10 @@ protected:
 TEST_P(EveryFormat, HoldsEveryFrameOfTheLinearDecodeWhereverItIsRead)
 {
     const Format& format = GetParam();
-    const TestSound made = sound::testing::slideWithNoise(format.rate, format.channels, 7 * format.rate + 1234);
+    const TestSound made = sound::test::slideWithNoise(format.rate, format.channels, 7 * format.rate + 1234);
     const QString path = files.make(format.file, made, format.arguments);
     const int channels = std::min(format.channels, 2);
-    std::vector<float> linear = sound::testing::decodedByFfmpeg(path, channels);
+    std::vector<float> linear = sound::test::decodedByFfmpeg(path, channels);
     if (format.paddingIsCut)
         linear.resize(static_cast<std::size_t>((made.frames() + format.delayKept) * channels));
     ASSERT_GE(linear.size(), made.samples.size() / static_cast<std::size_t>(format.channels) / 2);
@@ -108,8 +108,8 @@ std::int64_t positionOf(const QByteArray& page)
 TEST(OggSound, APieceCutFromALongerSoundIsAsLongAsWhatIsInIt)
 {
     const SoundFiles files;
-    const QByteArray whole = sound::testing::contentOf(
-        files.make("whole.ogg", sound::testing::slideWithNoise(44100, 2, 60 * 44100), {"-c:a", "libvorbis"}));
+    const QByteArray whole = sound::test::contentOf(
+        files.make("whole.ogg", sound::test::slideWithNoise(44100, 2, 60 * 44100), {"-c:a", "libvorbis"}));
     constexpr int firstPage = 30;
     constexpr int lastPage = 44;
     const auto opened =
@@ -122,11 +122,11 @@ TEST(OggSound, APieceCutFromALongerSoundIsAsLongAsWhatIsInIt)
 TEST(OggSound, SoundsThatAreChainedPlayOneAfterTheOther)
 {
     const SoundFiles files;
-    const auto first = sound::testing::slideWithNoise(48000, 1, 100'000);
-    const auto second = sound::testing::sine(440, 48000, 1, 70'000);
+    const auto first = sound::test::slideWithNoise(48000, 1, 100'000);
+    const auto second = sound::test::sine(440, 48000, 1, 70'000);
     const QByteArray chained =
-        sound::testing::contentOf(files.make("1.opus", first, {"-c:a", "libopus", "-serial_offset", "1"})) +
-        sound::testing::contentOf(files.make("2.opus", second, {"-c:a", "libopus", "-serial_offset", "2"}));
+        sound::test::contentOf(files.make("1.opus", first, {"-c:a", "libopus", "-serial_offset", "1"})) +
+        sound::test::contentOf(files.make("2.opus", second, {"-c:a", "libopus", "-serial_offset", "2"}));
     const auto opened = DecodedSound::open(files.write("both.opus", chained));
     ASSERT_TRUE(opened.sound);
     EXPECT_EQ(opened.sound->length().value, 170'000);
@@ -137,9 +137,9 @@ TEST(Mp3Sound, PartsOfDifferentRatesAreBroughtToOne)
     const SoundFiles files;
     const QStringList untagged = {"-write_xing", "0", "-id3v2_version", "0"};
     const QByteArray first =
-        sound::testing::contentOf(files.make("1.mp3", sound::testing::sine(440, 44100, 2, 44100), untagged));
+        sound::test::contentOf(files.make("1.mp3", sound::test::sine(440, 44100, 2, 44100), untagged));
     const QByteArray second =
-        sound::testing::contentOf(files.make("2.mp3", sound::testing::sine(440, 48000, 2, 48000), untagged));
+        sound::test::contentOf(files.make("2.mp3", sound::test::sine(440, 48000, 2, 48000), untagged));
     const auto opened = DecodedSound::open(files.write("both.mp3", first + second));
     ASSERT_TRUE(opened.sound);
     // Each part is a second and, with its delay, up to the end of a coded frame.
@@ -164,7 +164,7 @@ TEST(SoundLength, IsThatOfTheEncodedSoundAndTheEncodersFramingToTheMillisecond)
     const SoundFiles files;
     constexpr int rate = 44100;
     // Loud and silent in turn, so that the bit rate at the beginning says nothing of the rest.
-    sound::testing::TestSound made = sound::testing::slideWithNoise(rate, 2, 30 * rate + 500);
+    sound::test::TestSound made = sound::test::slideWithNoise(rate, 2, 30 * rate + 500);
     std::fill(made.samples.begin() + 2 * rate, made.samples.begin() + 30 * rate, 0.0F);
     const auto lengthOf = [&](const char* name, const QStringList& arguments) {
         const auto opened = DecodedSound::open(files.make(name, made, arguments));

@@ -17,7 +17,7 @@
 using sound::DecodedSound;
 using sound::FrameCount;
 using sound::FramePosition;
-using sound::testing::SoundFiles;
+using sound::test::SoundFiles;
 
 namespace {
 
@@ -63,7 +63,7 @@ TEST(Opening, AVideoWithoutASoundIsNoSoundFile)
 {
     const SoundFiles files;
     const QString path = files.path("silent.mp4");
-    ASSERT_TRUE(sound::testing::runFfmpeg({"-f", "lavfi", "-i", "color=s=64x64:d=1", "-c:v", "mpeg4", path}));
+    ASSERT_TRUE(sound::test::runFfmpeg({"-f", "lavfi", "-i", "color=s=64x64:d=1", "-c:v", "mpeg4", path}));
     EXPECT_EQ(errorOf(path), EngineError::InvalidSoundFile);
 }
 
@@ -86,8 +86,8 @@ TEST(Opening, OnlyRegularFilesAreOpenedAndNothingIsWaitedFor)
 TEST(Opening, ANameIsANameWhateverItLooksLike)
 {
     const SoundFiles files;
-    const auto made = sound::testing::slideWithNoise(8000, 1, 1000);
-    const QByteArray wave = sound::testing::contentOf(files.make("a.wav", made, {"-c:a", "pcm_f32le"}));
+    const auto made = sound::test::slideWithNoise(8000, 1, 1000);
+    const QByteArray wave = sound::test::contentOf(files.make("a.wav", made, {"-c:a", "pcm_f32le"}));
     for (const QString& name :
          {QString("with space.wav"), QString("100%.wav"), QString("a%03d.wav"), QString("http:x.mp3"),
           QString("pipe:0"), QString("concat:a.wav|a.wav"), QString("line\nbreak.wav"), QString("-i.wav"),
@@ -105,7 +105,7 @@ TEST(Opening, ANameIsANameWhateverItLooksLike)
 TEST(Opening, ANameThatNoFileCanBearIsNoSoundFile)
 {
     const SoundFiles files;
-    files.make("a.wav", sound::testing::slideWithNoise(8000, 1, 1000));
+    files.make("a.wav", sound::test::slideWithNoise(8000, 1, 1000));
     EXPECT_EQ(errorOf(files.path(QString(4096, 'n'))), EngineError::InvalidSoundFile);
     EXPECT_EQ(errorOf("/" + QString(100'000, 'n')), EngineError::InvalidSoundFile);
     EXPECT_EQ(errorOf(files.path("a.wav") + QChar(0) + ".mp3"), EngineError::InvalidSoundFile);
@@ -115,9 +115,9 @@ TEST(Opening, ANameThatNoFileCanBearIsNoSoundFile)
 TEST(Opening, APlaylistThatPosesAsASoundIsRefusedAndOpensNothing)
 {
     const SoundFiles elsewhere;
-    const QString target = elsewhere.make("target.mp3", sound::testing::slideWithNoise(44100, 2, 88'200));
+    const QString target = elsewhere.make("target.mp3", sound::test::slideWithNoise(44100, 2, 88'200));
     const QString stream =
-        elsewhere.make("target.ts", sound::testing::slideWithNoise(44100, 2, 88'200), {"-c:a", "mp2"});
+        elsewhere.make("target.ts", sound::test::slideWithNoise(44100, 2, 88'200), {"-c:a", "mp2"});
     const QByteArray name = target.toUtf8();
     const std::vector<QByteArray> lists = {
         "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:2\n#EXTINF:2,\n" + name + "\n#EXT-X-ENDLIST\n",
@@ -149,8 +149,8 @@ TEST(Opening, AnMp4ThatRefersToAnotherFileOpensNothing)
 {
     const SoundFiles elsewhere;
     const SoundFiles files;
-    const QString whole = files.make("a.m4a", sound::testing::slideWithNoise(44100, 2, 44'100), {"-c:a", "alac"});
-    QByteArray bytes = sound::testing::contentOf(whole);
+    const QString whole = files.make("a.m4a", sound::test::slideWithNoise(44100, 2, 44'100), {"-c:a", "alac"});
+    QByteArray bytes = sound::test::contentOf(whole);
     // The reference "the sound is in this file" becomes one to elsewhere.
     const qsizetype reference = bytes.indexOf("url ");
     ASSERT_GT(reference, 0);
@@ -164,7 +164,7 @@ TEST(Opening, AnMp4ThatRefersToAnotherFileOpensNothing)
 TEST(Opening, ASoundCanBeClosedWhileItIsStillBeingDecoded)
 {
     const SoundFiles files;
-    const QString path = files.make("a.flac", sound::testing::slideWithNoise(44100, 2, 60 * 44100));
+    const QString path = files.make("a.flac", sound::test::slideWithNoise(44100, 2, 60 * 44100));
     for (int i = 0; i < 10; ++i) {
         auto opened = DecodedSound::open(path);
         ASSERT_TRUE(opened.sound);
@@ -186,9 +186,9 @@ TEST(Opening, AnHourPlayedFromItsBeginningToItsEndTakesLittleMemory)
 {
     const SoundFiles files;
     constexpr qint64 frames = qint64{3600} * 44100;
-    const QString path = files.make("hour.wav", sound::testing::slideWithNoise(44100, 2, 44100));
+    const QString path = files.make("hour.wav", sound::test::slideWithNoise(44100, 2, 44100));
     // A writer that never came to its end: the sound goes as far as the file does, and the file is mostly a hole.
-    QByteArray head = sound::testing::contentOf(path);
+    QByteArray head = sound::test::contentOf(path);
     head.replace(head.indexOf("data") + 4, 4, QByteArray(4, '\0'));
     files.write("hour.wav", head);
     ASSERT_TRUE(QFile::resize(path, 4 * frames + 44));
@@ -212,7 +212,7 @@ TEST(Opening, AnHourPlayedFromItsBeginningToItsEndTakesLittleMemory)
 TEST(Opening, TheBeginningCanBeWaitedForWithoutTheRest)
 {
     const SoundFiles files;
-    const auto made = sound::testing::slideWithNoise(44100, 2, 10 * 44100);
+    const auto made = sound::test::slideWithNoise(44100, 2, 10 * 44100);
     const auto opened = DecodedSound::open(files.make("a.wav", made, {"-c:a", "pcm_f32le"}));
     ASSERT_TRUE(opened.sound);
     ASSERT_TRUE(opened.sound->waitFor(FrameCount{1000}));

@@ -17,7 +17,7 @@ using sound::SampleRate;
 using sound::waveHead;
 using sound::WaveSamples;
 using sound::WaveWriter;
-using sound::testing::SoundFiles;
+using sound::test::SoundFiles;
 
 namespace {
 
@@ -104,7 +104,7 @@ TEST(WaveHead, StaysPlainUpToTheLastSizeThatFits)
 TEST(WaveWriter, WhatIsWrittenAsFloatsIsReadBackBitForBitByAnotherProgram)
 {
     const SoundFiles files;
-    const auto made = sound::testing::slideWithNoise(48000, 2, 100'000);
+    const auto made = sound::test::slideWithNoise(48000, 2, 100'000);
     const QString path = files.path("new/folders/a.wav");
     const auto writer = WaveWriter::create(path, SampleRate{48000}, 2, WaveSamples::Float32);
     ASSERT_TRUE(writer);
@@ -113,7 +113,7 @@ TEST(WaveWriter, WhatIsWrittenAsFloatsIsReadBackBitForBitByAnotherProgram)
     ASSERT_TRUE(writer->write(samples.subspan(70'002)));
     EXPECT_FALSE(QFile::exists(path));
     ASSERT_EQ(writer->finish(), EngineError::None);
-    EXPECT_EQ(sound::testing::decodedByFfmpeg(path, 2), made.samples);
+    EXPECT_EQ(sound::test::decodedByFfmpeg(path, 2), made.samples);
     EXPECT_EQ(everythingIn(files.path("new/folders")), QStringList{"a.wav"});
 }
 
@@ -139,7 +139,7 @@ TEST(WaveWriter, SixteenBitsAreRoundedToTheNearestStepAndCutAtFullScale)
     ASSERT_EQ(writer->finish(), EngineError::None);
     const std::vector<float> expected = {0.0F,         0.0F,  step,  -step, 32767 * step, -1.0F,
                                          32767 * step, -1.0F, 0.25F, 0.0F,  32767 * step};
-    EXPECT_EQ(sound::testing::decodedByFfmpeg(path, 1), expected);
+    EXPECT_EQ(sound::test::decodedByFfmpeg(path, 1), expected);
 }
 
 TEST(WaveWriter, AnUnfinishedFileLeavesNothingBehindAndTheOldOneUntouched)
@@ -151,7 +151,7 @@ TEST(WaveWriter, AnUnfinishedFileLeavesNothingBehindAndTheOldOneUntouched)
         ASSERT_TRUE(writer);
         ASSERT_TRUE(writer->write(std::vector<float>(200'000)));
     }
-    EXPECT_EQ(sound::testing::contentOf(path), "what was there before");
+    EXPECT_EQ(sound::test::contentOf(path), "what was there before");
     EXPECT_EQ(everythingIn(files.folder()), QStringList{"a.wav"});
 }
 
@@ -170,7 +170,7 @@ TEST(WaveWriter, AFullDiscIsToldAndLeavesTheOldFileUntouched)
         EXPECT_LT(written, 10);
         EXPECT_EQ(writer->finish(), EngineError::FileCreationFailed);
     }
-    EXPECT_EQ(sound::testing::contentOf(path), "what was there before");
+    EXPECT_EQ(sound::test::contentOf(path), "what was there before");
     EXPECT_EQ(everythingIn(files.folder()), QStringList{"a.wav"});
 }
 

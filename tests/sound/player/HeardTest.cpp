@@ -1,5 +1,6 @@
 // The player engine on the sound server: what the server plays is recorded and compared with theory.
 
+#include "sound/Eventually.h"
 #include "sound/Signals.h"
 #include "sound/SoundFiles.h"
 #include "sound/device/PrivatePulse.h"
@@ -15,7 +16,7 @@
 
 using namespace sound;
 using namespace sound::test;
-using sound::testing::SoundFiles;
+using sound::test::SoundFiles;
 
 namespace {
 
@@ -30,19 +31,6 @@ protected:
         engine.InitPlayers(1, 0, 0, 0, 0, 0);
     }
 
-    template <typename Condition>
-    static bool eventually(Condition condition)
-    {
-        QElapsedTimer waited;
-        waited.start();
-        while (!condition()) {
-            if (waited.elapsed() > 20000)
-                return false;
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        }
-        return true;
-    }
-
     bool playsTo(int milliseconds)
     {
         return eventually([&] { return engine.GetPosition(0) >= milliseconds; });
@@ -55,8 +43,8 @@ protected:
 
 TEST_F(HeardTest, AnUnchangedFileReachesTheServerBitForBit)
 {
-    const QString path = files.make("a.mp3", sound::testing::slideWithNoise(44100, 2, 2 * 44100));
-    const std::vector<float> decoded = sound::testing::decodedByFfmpeg(path, 2);
+    const QString path = files.make("a.mp3", sound::test::slideWithNoise(44100, 2, 2 * 44100));
+    const std::vector<float> decoded = sound::test::decodedByFfmpeg(path, 2);
     ASSERT_TRUE(pulse.startRecording());
     ASSERT_EQ(engine.LoadSound(0, path), 0);
     engine.PlaySound(0);
@@ -76,8 +64,8 @@ TEST_F(HeardTest, AnUnchangedFileReachesTheServerBitForBit)
 TEST_F(HeardTest, ALoopOnTheServerHasThePeriodThatWasAskedForToTheFrame)
 {
     const QString path =
-        files.make("a.wav", sound::testing::slideWithNoise(44100, 2, 3 * 44100), {"-c:a", "pcm_f32le"});
-    const std::vector<float> decoded = sound::testing::decodedByFfmpeg(path, 2);
+        files.make("a.wav", sound::test::slideWithNoise(44100, 2, 3 * 44100), {"-c:a", "pcm_f32le"});
+    const std::vector<float> decoded = sound::test::decodedByFfmpeg(path, 2);
     ASSERT_TRUE(pulse.startRecording());
     ASSERT_EQ(engine.LoadSound(0, path), 0);
     engine.PlaySoundRange(0, 1000, 1137, -1);
@@ -93,7 +81,7 @@ TEST_F(HeardTest, ALoopOnTheServerHasThePeriodThatWasAskedForToTheFrame)
 
 TEST_F(HeardTest, SlowedAndRaisedWhileItPlaysTheToneIsWhatTheoryWants)
 {
-    const QString path = files.make("a.flac", sound::testing::sine(440, 44100, 2, 20 * 44100));
+    const QString path = files.make("a.flac", sound::test::sine(440, 44100, 2, 20 * 44100));
     ASSERT_TRUE(pulse.startRecording());
     ASSERT_EQ(engine.LoadSound(0, path), 0);
     engine.PlaySound(0);
@@ -114,7 +102,7 @@ TEST_F(HeardTest, SlowedAndRaisedWhileItPlaysTheToneIsWhatTheoryWants)
 
 TEST_F(HeardTest, AServerThatDiesWhileItPlaysIsOutlivedAndHeardAgain)
 {
-    ASSERT_EQ(engine.LoadSound(0, files.make("a.flac", sound::testing::sine(440, 44100, 2, 60 * 44100))), 0);
+    ASSERT_EQ(engine.LoadSound(0, files.make("a.flac", sound::test::sine(440, 44100, 2, 60 * 44100))), 0);
     engine.PlaySound(0);
     ASSERT_TRUE(playsTo(500));
 
@@ -138,7 +126,7 @@ TEST_F(HeardTest, AServerThatDiesWhileItPlaysIsOutlivedAndHeardAgain)
 TEST_F(HeardTest, ThePositionIsThatOfTheSoundThatIsHeardNow)
 {
     // Silence with a burst each half second: where in time a burst is recorded tells when its place was heard.
-    sound::testing::TestSound bursts;
+    sound::test::TestSound bursts;
     bursts.samples.assign(static_cast<std::size_t>(8 * 44100 * 2), 0.0F);
     for (std::size_t burst = 1; burst < 16; ++burst) {
         for (std::size_t frame = 0; frame < 441; ++frame) {

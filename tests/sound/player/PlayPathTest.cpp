@@ -223,9 +223,9 @@ TEST_F(PlayPathTest, AnotherWindowTakesOverAtThePresentPlace)
     render(1000);
     path.replaceWindow(noise, {{5'000}, {12'000}, true});
     EXPECT_EQ(path.position(), 11'000);
-    auto heard = render(1000 - 221);
-    expectSame(heard, std::span(noise.interleaved()).subspan(11'000, 1000 - 221), 1, rate);
-    render(221);
+    auto heard = render(1000 - 441);
+    expectSame(heard, std::span(noise.interleaved()).subspan(11'000, 1000 - 441), 1, rate);
+    render(441);
     heard = render(500);
     expectSame(heard, std::span(noise.interleaved()).subspan(5'000, 500), 1, rate);
 

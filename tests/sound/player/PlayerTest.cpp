@@ -1,14 +1,13 @@
 #include "sound/player/Player.h"
 
+#include "sound/Eventually.h"
 #include "sound/Signals.h"
 #include "sound/player/ManualOutput.h"
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <algorithm>
 #include <cmath>
-#include <thread>
 
 using namespace sound;
 using namespace sound::test;
@@ -36,20 +35,6 @@ protected:
     {
         player.play();
         ASSERT_TRUE(eventually([this] { return clock->running(); }));
-    }
-
-    // What the render thread brings about when it gets round to it.
-    template <typename Condition>
-    static bool eventually(Condition condition)
-    {
-        QElapsedTimer waited;
-        waited.start();
-        while (!condition()) {
-            if (waited.elapsed() > 10000)
-                return false;
-            std::this_thread::sleep_for(1ms);
-        }
-        return true;
     }
 
     // The position, when the render thread has told of what has been played by now. Its reports are interpolated

@@ -1,5 +1,6 @@
 #include "sound/player/SoundPlayerEngine.h"
 
+#include "sound/Eventually.h"
 #include "sound/Signals.h"
 #include "sound/SoundFiles.h"
 #include "sound/media/DecodedSound.h"
@@ -9,15 +10,14 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <algorithm>
 #include <mutex>
 
 using namespace sound;
 using namespace sound::test;
-using sound::testing::SoundFiles;
-using sound::testing::TestSound;
+using sound::test::SoundFiles;
+using sound::test::TestSound;
 using ::testing::ElementsAre;
 
 namespace {
@@ -47,22 +47,7 @@ protected:
 
     QString sineFile(const QString& name, double seconds = 1, int rate = 44100, int channels = 2)
     {
-        return files.make(name,
-                          sound::testing::sine(440, rate, channels, static_cast<std::int64_t>(seconds * rate)));
-    }
-
-    // Lets events arrive until the condition holds; false after ten seconds.
-    template <typename Condition>
-    static bool eventually(Condition condition)
-    {
-        QElapsedTimer waited;
-        waited.start();
-        while (!condition()) {
-            if (waited.elapsed() > 10000)
-                return false;
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        }
-        return true;
+        return files.make(name, sound::test::sine(440, rate, channels, static_cast<std::int64_t>(seconds * rate)));
     }
 
     // Loads a sound and waits until all of it is decoded: the test's clock runs faster than any decoder.
@@ -274,7 +259,7 @@ TEST_F(SoundPlayerEngineTest, LoadSoundForExportTellsPercentAndDone)
 TEST_F(SoundPlayerEngineTest, ExportSoundRangeWritesTheStretchToTheFrame)
 {
     init();
-    const TestSound made = sound::testing::slideWithNoise(44100, 2, 5 * 44100);
+    const TestSound made = sound::test::slideWithNoise(44100, 2, 5 * 44100);
     ASSERT_EQ(engine.LoadSound(0, files.make("a.flac", made)), 0);
     const int end = 3500;
     const QString target = files.path("new folder/out.wav");
@@ -284,8 +269,8 @@ TEST_F(SoundPlayerEngineTest, ExportSoundRangeWritesTheStretchToTheFrame)
     EXPECT_THAT(events, ElementsAre("done 0"));
     EXPECT_EQ(percents.back(), 100);
 
-    const std::vector<float> whole = sound::testing::decodedByFfmpeg(files.path("a.flac"), 2);
-    const std::vector<float> exported = sound::testing::decodedByFfmpeg(target, 2);
+    const std::vector<float> whole = sound::test::decodedByFfmpeg(files.path("a.flac"), 2);
+    const std::vector<float> exported = sound::test::decodedByFfmpeg(target, 2);
     const std::ptrdiff_t first = 55125 * 2;  // 1.25 s
     const std::ptrdiff_t last = 154350 * 2;  // 3.5 s
     ASSERT_EQ(exported.size(), static_cast<std::size_t>(last - first));
@@ -299,7 +284,7 @@ TEST_F(SoundPlayerEngineTest, AnExportToMinusOneRunsToTheEnd)
     const int end = -1;
     ASSERT_EQ(engine.ExportSoundRange(0, files.path("out.wav"), 0, end), 0);
     ASSERT_TRUE(eventually([&] { return !events.empty(); }));
-    EXPECT_EQ(sound::testing::decodedByFfmpeg(files.path("out.wav"), 1).size(), 96000U);
+    EXPECT_EQ(sound::test::decodedByFfmpeg(files.path("out.wav"), 1).size(), 96000U);
 }
 
 TEST_F(SoundPlayerEngineTest, AnExportThatCannotBeWrittenFailsAndSaysWhy)
@@ -335,7 +320,7 @@ TEST_F(SoundPlayerEngineTest, AnEngineThatGoesInTheMiddleOfAnExportLeavesNoFile)
     }
     if (QFileInfo::exists(files.path("out.wav"))) {
         // Whole, where it was quicker than the test.
-        EXPECT_EQ(sound::testing::decodedByFfmpeg(files.path("out.wav"), 2).size(), 60U * 44100 * 2);
+        EXPECT_EQ(sound::test::decodedByFfmpeg(files.path("out.wav"), 2).size(), 60U * 44100 * 2);
     } else {
         EXPECT_EQ(QDir(files.folder()).entryList(QDir::Files | QDir::Hidden), QStringList{"a.wav"});
     }

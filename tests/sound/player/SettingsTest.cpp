@@ -1,0 +1,71 @@
+#include "sound/player/Settings.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using namespace sound;
+
+namespace {
+
+constexpr float noNumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float endless = std::numeric_limits<float>::infinity();
+
+TEST(SettingsTest, APercentOfChangeIsAFactorOfSpeed)
+{
+    EXPECT_EQ(speedFactor(0), 1);
+    EXPECT_DOUBLE_EQ(speedFactor(-20), 0.8);
+    EXPECT_DOUBLE_EQ(speedFactor(60), 1.6);
+    EXPECT_DOUBLE_EQ(speedFactor(-60), 0.4);
+}
+
+TEST(SettingsTest, SemitonesAreAFactorOfFrequency)
+{
+    EXPECT_EQ(pitchFactor(0), 1);
+    EXPECT_DOUBLE_EQ(pitchFactor(12), 2);
+    EXPECT_DOUBLE_EQ(pitchFactor(-12), 0.5);
+    EXPECT_NEAR(pitchFactor(1.5F), 1.0905077326652577, 1e-12);
+}
+
+TEST(SettingsTest, BeyondItsRangeAChangeIsCutToIt)
+{
+    EXPECT_DOUBLE_EQ(speedFactor(-100), 0.4);
+    EXPECT_DOUBLE_EQ(speedFactor(1000), 1.6);
+    EXPECT_DOUBLE_EQ(pitchFactor(13), 2);
+    EXPECT_DOUBLE_EQ(pitchFactor(-99), 0.5);
+}
+
+TEST(SettingsTest, WhatIsNoNumberChangesNothing)
+{
+    for (const float value : {noNumber, endless, -endless}) {
+        EXPECT_EQ(speedFactor(value), 1);
+        EXPECT_EQ(pitchFactor(value), 1);
+    }
+}
+
+TEST(SettingsTest, BandsStandLowestFirstHoweverTheyAreAdded)
+{
+    EqualizerBands bands;
+    EXPECT_TRUE(addBand(bands, {1000, 12, 1}));
+    EXPECT_TRUE(addBand(bands, {80, 12, 2}));
+    EXPECT_TRUE(addBand(bands, {16000, 12, 3}));
+    ASSERT_EQ(bands.count, 3U);
+    EXPECT_EQ(bands.band[0], (EqualizerBand{80, 12, 2}));
+    EXPECT_EQ(bands.band[1], (EqualizerBand{1000, 12, 1}));
+    EXPECT_EQ(bands.band[2], (EqualizerBand{16000, 12, 3}));
+    EXPECT_EQ(findBand(bands, 1000), &bands.band[1]);
+    EXPECT_EQ(findBand(bands, 999), nullptr);
+}
+
+TEST(SettingsTest, ABandIsAddedOnceAndNotBeyondTheRoom)
+{
+    EqualizerBands bands;
+    EXPECT_TRUE(addBand(bands, {1000, 12, 0}));
+    EXPECT_FALSE(addBand(bands, {1000, 6, 5}));
+    for (std::size_t index = 1; index < EqualizerBands::capacity; ++index)
+        EXPECT_TRUE(addBand(bands, {static_cast<float>(index), 12, 0}));
+    EXPECT_FALSE(addBand(bands, {20000, 12, 0}));
+    EXPECT_EQ(bands.count, EqualizerBands::capacity);
+}
+
+}  // namespace
