@@ -196,7 +196,12 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(GradualRow{"Top", 1200, 12.0F, "100.0%"}, GradualRow{"Bottom", -1200, -12.0F, "-100.0%"},
                       GradualRow{"OneAndAHalf", 150, 1.5F, "12.5%"}, GradualRow{"Twelve", 12, 0.12F, "1.0%"},
                       GradualRow{"One", 1, 0.01F, "0.1%"}, GradualRow{"MinusSix", -6, -0.06F, "-0.5%"},
-                      GradualRow{"Seven", 7, 0.07F, "0.6%"}),
+                      GradualRow{"Seven", 7, 0.07F, "0.6%"}, GradualRow{"MinusOne", -1, -0.01F, "-0.1%"},
+                      GradualRow{"Five", 5, 0.05F, "0.4%"}, GradualRow{"MinusFive", -5, -0.05F, "-0.4%"},
+                      GradualRow{"QuarterRoundsUp", 3, 0.03F, "0.3%"},
+                      GradualRow{"MinusQuarterRoundsDown", -3, -0.03F, "-0.3%"},
+                      GradualRow{"ThreeQuarters", 9, 0.09F, "0.8%"},
+                      GradualRow{"OneAndAQuarterRoundsUp", 15, 0.15F, "1.3%"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(TempoPitch, ShowsGradualZeroWithAPlaceOnceTheSliderWasTouched)
