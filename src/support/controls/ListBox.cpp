@@ -7,6 +7,17 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 
+namespace {
+
+// Tool tips take what looks like mark-up for it. As mark-up of our own the text is shown to the letter, and a long
+// one is broken to fit the screen.
+QString asToolTip(const QString& text)
+{
+    return QStringLiteral("<p>") + text.toHtmlEscaped() + QStringLiteral("</p>");
+}
+
+}  // namespace
+
 class ListBox::Texts : public QAbstractListModel
 {
 public:
@@ -19,8 +30,11 @@ public:
 
     QVariant data(const QModelIndex& index, int role) const override
     {
-        if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-            return items.value(index.row());
+        const QString text = items.value(index.row());
+        if (role == Qt::DisplayRole)
+            return text;
+        if (role == Qt::ToolTipRole)
+            return asToolTip(text);
         return {};
     }
 
@@ -51,11 +65,18 @@ public:
 
 namespace {
 
-/// Rows with a little air, to be hit with ease.
+/// Rows of one line with a little air, to be hit with ease.
 class AiryRows : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    // A file's name may have line ends in it: the view would show no more than the first line.
+    QString displayText(const QVariant& value, const QLocale&) const override
+    {
+        QString text = value.toString();
+        return text.replace(u'\n', u' ').replace(u'\r', u' ');
+    }
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {

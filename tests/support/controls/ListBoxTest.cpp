@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTest>
 
 namespace {
@@ -42,6 +43,24 @@ protected:
     ListBox list;
     QSignalSpy clicks{&list, &ListBox::Click};
 };
+
+TEST_F(AListBox, ShowsATextWithMarkUpToTheLetterInItsToolTip)
+{
+    list.addItem("<b>Rock & Roll</b>");
+    EXPECT_EQ(list.model()->index(4, 0).data(Qt::ToolTipRole).toString(),
+              "<p>&lt;b&gt;Rock &amp; Roll&lt;/b&gt;</p>");
+}
+
+TEST_F(AListBox, ShowsATextWithLineEndsInOneLine)
+{
+    const QString text = "verse\r\nchorus";
+    list.addItem(text);
+    const QModelIndex last = list.model()->index(4, 0);
+    const auto* delegate = qobject_cast<QStyledItemDelegate*>(list.itemDelegate());
+    ASSERT_NE(delegate, nullptr);
+    EXPECT_EQ(delegate->displayText(last.data(), QLocale()), "verse  chorus");
+    EXPECT_EQ(list.itemText(4), text);
+}
 
 TEST_F(AListBox, HasNoSelectionAtFirst)
 {
