@@ -62,6 +62,9 @@ PositionPanel::PositionPanel(PlayerEngine& SoundTouch, PlaybackState& state, QWi
     ui->setupUi(this);
     ui->display->setBackgroundRole(QPalette::Base);
     ui->display->setAutoFillBackground(true);
+    // The row without a text box is as high as those with one.
+    ui->sliders->setRowMinimumHeight(
+        0, std::max(ui->txtBeginLoop->sizeHint().height(), ui->cmdBeginLoopDown->sizeHint().height()));
     tmrPosition->setObjectName("tmrPosition");
     tmrPosition->setInterval(30);
     tmrPosition->setTimerType(Qt::PreciseTimer);
