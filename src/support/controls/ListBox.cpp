@@ -9,11 +9,29 @@
 
 namespace {
 
-// Tool tips take what looks like mark-up for it. As mark-up of our own the text is shown to the letter, and a long
-// one is broken to fit the screen.
+/// About half the width of a small screen.
+constexpr qsizetype toolTipColumns = 80;
+
+// Tool tips take what looks like mark-up for it, and do not break a long name without blanks. As mark-up of our own
+// the text is shown to the letter, in lines that fit the screen, and in the list's direction of writing.
 QString asToolTip(const QString& text)
 {
-    return QStringLiteral("<p>") + text.toHtmlEscaped() + QStringLiteral("</p>");
+    QString shown;
+    for (QStringView rest(text); !rest.isEmpty();) {
+        qsizetype length = std::min(rest.size(), toolTipColumns);
+        if (length < rest.size()) {
+            if (const qsizetype blank = rest.left(length).lastIndexOf(u' '); blank > 0)
+                length = blank + 1;
+            else if (rest[length - 1].isHighSurrogate())
+                --length;
+        }
+        if (!shown.isEmpty())
+            shown += u'\n';
+        shown += rest.left(length);
+        rest = rest.mid(length);
+    }
+    return QStringLiteral("<p dir=\"ltr\" style=\"white-space:pre\">") + shown.toHtmlEscaped() +
+           QStringLiteral("</p>");
 }
 
 }  // namespace
