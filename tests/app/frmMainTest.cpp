@@ -439,6 +439,16 @@ TEST_F(MainWindow, IsWalkedByTheTabKeyAsTheEyeGoes)
         "tlbCmdFForward tlbCmdLoopWinBack tlbCmdLoopWinForward");
 }
 
+TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)
+{
+    make();
+    window->resize(100, 100);
+    window->show();
+    for (const Slider* slider : window->findChildren<Slider*>())
+        EXPECT_GE(slider->width(), 120) << qPrintable(slider->objectName());
+    EXPECT_GE(list().width(), 160);
+}
+
 TEST_F(MainWindow, FitsOnASmallScreenWithCaptionsHalfAsLongAgain)
 {
     make();
