@@ -316,6 +316,20 @@ TEST_F(TempoPitch, ResetsForANewTrackInTheOrderTempoSemitonesGradualRate)
     EXPECT_EQ(textOf(panel, "lblTempo"), "100%");
 }
 
+TEST_F(TempoPitch, ResetsTheGradualPitchForANewTrackBetweenTempoAndRate)
+{
+    prepare("sldTempo", 10);
+    prepare("sldSpeed", -5);
+    prepare("sldPitchGrad", 150);
+    {
+        const InSequence order;
+        EXPECT_CALL(engine, ChangeTempo(0, 0.0F));
+        EXPECT_CALL(engine, ChangePitchCents(0, 0.0F));
+        EXPECT_CALL(engine, ChangeRate(0, 0.0F));
+    }
+    panel.resetForTrack();
+}
+
 TEST_F(TempoPitch, TellsItsResetToolTips)
 {
     for (const char* button : {"cmdTempoReset", "cmdRateReset", "cmdPitchResetSemi", "cmdPitchResetGrad"})
