@@ -1,7 +1,6 @@
 #include "playback/PlaylistItem.h"
 
 #include <QStringList>
-#include <algorithm>
 
 namespace {
 
@@ -29,11 +28,23 @@ QString typeSuffix(const QString& fileName)
     return " (unknown audio format)"_L1;
 }
 
+// Letters beyond the first plane of Unicode are two units long and must not be cut apart.
+QString withoutLastFourCharacters(const QString& fileName)
+{
+    QStringView rest(fileName);
+    for (int i = 0; i < 4 && !rest.isEmpty(); ++i) {
+        const bool twoUnits =
+            rest.size() > 1 && rest.back().isLowSurrogate() && rest.chopped(1).back().isHighSurrogate();
+        rest.chop(twoUnits ? 2 : 1);
+    }
+    return rest.toString();
+}
+
 }  // namespace
 
 QString playlistLabel(const QString& fileName)
 {
-    return fileName.chopped(std::min<qsizetype>(4, fileName.size())) + typeSuffix(fileName);
+    return withoutLastFourCharacters(fileName) + typeSuffix(fileName);
 }
 
 QVector<PlaylistItem> playlistItems(const QString& fileName, const QString& fileTitle)

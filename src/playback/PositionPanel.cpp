@@ -7,6 +7,7 @@
 #include "ui_PositionPanel.h"
 
 #include <QTimer>
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -23,9 +24,10 @@ void putThousandths(QLineEdit& text, int number)
     text.setText(QStringLiteral("%1").arg(number, 3, 10, QLatin1Char('0')));
 }
 
-int milliseconds(const TimeSlider& slider, const QLineEdit& text)
+/// The slider of a sound as long as a position can tell ends beyond the last position: its second is rounded up.
+int milliseconds(const TimeSlider& slider, int thousandths = 0)
 {
-    const qint64 sum = qint64{slider.value()} * 1000 + thousandths(text);
+    const qint64 sum = qint64{slider.value()} * 1000 + thousandths;
     return static_cast<int>(std::min<qint64>(sum, std::numeric_limits<int>::max()));
 }
 
@@ -60,6 +62,9 @@ PositionPanel::PositionPanel(PlayerEngine& SoundTouch, PlaybackState& state, QWi
     ui->setupUi(this);
     ui->display->setBackgroundRole(QPalette::Base);
     ui->display->setAutoFillBackground(true);
+    // The row without a text box is as high as those with one.
+    ui->sliders->setRowMinimumHeight(
+        0, std::max(ui->txtBeginLoop->sizeHint().height(), ui->cmdBeginLoopDown->sizeHint().height()));
     tmrPosition->setObjectName("tmrPosition");
     tmrPosition->setInterval(30);
     tmrPosition->setTimerType(Qt::PreciseTimer);
@@ -98,35 +103,35 @@ void PositionPanel::resetDisplay()
 
 void PositionPanel::playLoopWindow()
 {
-    const int begin = milliseconds(*ui->sldBeginLoop, *ui->txtBeginLoop);
-    const int end = milliseconds(*ui->sldEndLoop, *ui->txtEndLoop);
+    const int begin = milliseconds(*ui->sldBeginLoop, thousandths(*ui->txtBeginLoop));
+    const int end = milliseconds(*ui->sldEndLoop, thousandths(*ui->txtEndLoop));
     SoundTouch.PlaySoundRange(0, begin, end, -1);
 }
 
-int PositionPanel::loopBeginSeconds() const
+int PositionPanel::loopBegin() const
 {
-    return ui->sldBeginLoop->value();
+    return milliseconds(*ui->sldBeginLoop);
 }
 
-int PositionPanel::loopEndSeconds() const
+int PositionPanel::loopEnd() const
 {
-    return ui->sldEndLoop->value();
+    return milliseconds(*ui->sldEndLoop);
 }
 
-void PositionPanel::showPosition(int seconds)
+void PositionPanel::showLoopBegin()
 {
-    ui->sldAudioPosition->setValue(seconds);
+    ui->sldAudioPosition->setValue(ui->sldBeginLoop->value());
 }
 
 // A player that stands is stopped again at each tick. That ends a sound that ran out, and holds a stopped loop at
 // its begin; there is no other notice of the end of a sound.
 void PositionPanel::tmrPosition_Timer()
 {
-    showPosition(SoundTouch.GetPosition(0) / 1000);
+    showPosition();
     if (SoundTouch.GetPlayerStatus(0) == PlayerEngine::Stopped) {
         SoundTouch.StopSound(0);
         if (state.PlayLoopActive)
-            SoundTouch.SeekSound(0, loopBeginSeconds() * 1000);
+            SoundTouch.SeekSound(0, loopBegin());
     }
     ui->lblTime->setText(FormatPosition(SoundTouch.GetPosition(0)));
 }
@@ -140,10 +145,15 @@ void PositionPanel::sldAudioPosition_MouseDown()
 void PositionPanel::sldAudioPosition_MouseUp()
 {
     if (state.PlayLoopActive)
-        showPosition(SoundTouch.GetPosition(0) / 1000);
+        showPosition();
     else
-        SoundTouch.SeekSound(0, ui->sldAudioPosition->value() * 1000);
+        SoundTouch.SeekSound(0, milliseconds(*ui->sldAudioPosition));
     tmrPosition->start();
+}
+
+void PositionPanel::showPosition()
+{
+    ui->sldAudioPosition->setValue(SoundTouch.GetPosition(0) / 1000);
 }
 
 void PositionPanel::sldBeginLoop_Change()

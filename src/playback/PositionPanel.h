@@ -34,11 +34,13 @@ public:
     /// Has the engine repeat the loop window from its begin.
     void playLoopWindow();
 
-    /// The begin of the loop window in whole seconds: where a stopped loop stands.
-    int loopBeginSeconds() const;
-    int loopEndSeconds() const;
+    /// The loop window in milliseconds, without its thousandths: where a stopped loop stands, and what winding
+    /// stays within.
+    int loopBegin() const;
+    int loopEnd() const;
 
-    void showPosition(int seconds);
+    /// Moves the position slider, and not the sound, to the begin of the loop window.
+    void showLoopBegin();
 
 public slots:
     /// Move the loop window by one second and keep its length; refused where it would leave the sound.
@@ -46,6 +48,7 @@ public slots:
     void cmdLoopWindowForward_Click();
 
 private:
+    void showPosition();
     void tmrPosition_Timer();
     void sldAudioPosition_MouseDown();
     void sldAudioPosition_MouseUp();

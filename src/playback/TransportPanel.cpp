@@ -62,23 +62,23 @@ void TransportPanel::cmdStop_Click()
 {
     SoundTouch.StopSound(0);
     if (state.PlayLoopActive) {
-        SoundTouch.SeekSound(0, position.loopBeginSeconds() * 1000);
-        position.showPosition(position.loopBeginSeconds());
+        SoundTouch.SeekSound(0, position.loopBegin());
+        position.showLoopBegin();
     }
 }
 
 void TransportPanel::cmdRewind_Click()
 {
     const int wanted = SoundTouch.GetPosition(0) - jumpMs;
-    const int first = state.PlayLoopActive ? position.loopBeginSeconds() * 1000 : 0;
+    const int first = state.PlayLoopActive ? position.loopBegin() : 0;
     if (wanted >= first)
         SoundTouch.SeekSound(0, wanted);
 }
 
 void TransportPanel::cmdFForward_Click()
 {
-    const int wanted = SoundTouch.GetPosition(0) + jumpMs;
-    const int last = state.PlayLoopActive ? position.loopEndSeconds() * 1000 : SoundTouch.GetDuration(0);
-    if (wanted <= last)
-        SoundTouch.SeekSound(0, wanted);
+    const int before = SoundTouch.GetPosition(0);
+    const int last = state.PlayLoopActive ? position.loopEnd() : SoundTouch.GetDuration(0);
+    if (before <= last - jumpMs)
+        SoundTouch.SeekSound(0, before + jumpMs);
 }

@@ -439,13 +439,21 @@ TEST_F(MainWindow, IsWalkedByTheTabKeyAsTheEyeGoes)
         "tlbCmdFForward tlbCmdLoopWinBack tlbCmdLoopWinForward");
 }
 
+TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)
+{
+    make();
+    window->resize(100, 100);
+    window->show();
+    for (const Slider* slider : window->findChildren<Slider*>())
+        EXPECT_GE(slider->width(), 120) << qPrintable(slider->objectName());
+    EXPECT_GE(list().width(), 160);
+}
+
 TEST_F(MainWindow, FitsOnASmallScreenWithCaptionsHalfAsLongAgain)
 {
     make();
-    for (QLabel* label : window->findChildren<QLabel*>()) {
-        if (label->objectName() != "lblTime")
-            label->setText(label->text() + QString(label->text().size() / 2, u'n'));
-    }
+    for (QLabel* label : window->findChildren<QLabel*>())
+        label->setText(label->text() + QString(label->text().size() / 2, u'n'));
     auto& box = control<QCheckBox>(*window, "chkApplySettings");
     box.setText(box.text() + QString(box.text().size() / 2, u'n'));
     window->show();

@@ -36,9 +36,13 @@ inline int valueOf(const QWidget& panel, const char* slider)
     return control<Slider>(panel, slider).value();
 }
 
+/// What a label or a read-out shows.
 inline QString textOf(const QWidget& panel, const char* label)
 {
-    return control<QLabel>(panel, label).text();
+    const QVariant text = control<QWidget>(panel, label).property("text");
+    if (!text.isValid())
+        qFatal("%s shows no text", label);
+    return text.toString();
 }
 
 /// One tick, whether the timer runs or not.

@@ -41,7 +41,9 @@ INSTANTIATE_TEST_SUITE_P(
         LabelRow{"NoExtension", "recording", "recor (unknown audio format)"},
         LabelRow{"EndingWithoutADot", "mymp3", "m (MP3 file)"}, LabelRow{"FourCharacters", ".mp3", " (MP3 file)"},
         LabelRow{"ThreeCharacters", "abc", " (unknown audio format)"},
-        LabelRow{"NoName", "", " (unknown audio format)"}),
+        LabelRow{"NoName", "", " (unknown audio format)"},
+        LabelRow{"LettersOfTwoUnitsAreWhole", "a\xF0\x9F\x8E\xB8.wv", "a (unknown audio format)"},
+        LabelRow{"OnlyLettersOfTwoUnits", "\xF0\x9F\x8E\xB8\xF0\x9F\x8E\xB8", " (unknown audio format)"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 QString joined(const QStringList& parts)

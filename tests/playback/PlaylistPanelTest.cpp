@@ -118,6 +118,35 @@ TEST_F(Playlist, AddsSeveralFilesInTheDialogsOrder)
     EXPECT_EQ(items(lstPath), QStringList({"/music/z.mp3", "/music/a.wav"}));
 }
 
+TEST_F(Playlist, AddsTheLabelFirstAndRemovesThePathFirst)
+{
+    QStringList order;
+    for (const ListBox* list : {&lstAudio, &lstPath}) {
+        QObject::connect(list->model(), &QAbstractItemModel::rowsInserted,
+                         [&order, list] { order << "add to " + list->objectName(); });
+        QObject::connect(list->model(), &QAbstractItemModel::rowsRemoved,
+                         [&order, list] { order << "remove from " + list->objectName(); });
+    }
+    answer({"/music/d.ogg"}, "d.ogg");
+    click(panel, "cmdOpen");
+    lstAudio.setListIndex(0);
+    EXPECT_CALL(engine, CloseSound(0));
+    panel.tlbCmdClear_Click();
+    EXPECT_EQ(order,
+              QStringList({"add to lstAudio", "add to lstPath", "remove from lstPath", "remove from lstAudio"}));
+}
+
+TEST_F(Playlist, RemovesAnItemThatHasNoPath)
+{
+    lstAudio.addItems({"Hello", "Dolly (MP3 file)"});
+    lstPath.addItem("/music/Hello");
+    lstAudio.setListIndex(1);
+    EXPECT_CALL(engine, CloseSound(0));
+    panel.tlbCmdClear_Click();
+    EXPECT_EQ(items(lstAudio), QStringList("Hello"));
+    EXPECT_EQ(items(lstPath), QStringList("/music/Hello"));
+}
+
 TEST_F(Playlist, TakesTheSameFileTwice)
 {
     answer({"/music/d.ogg"}, "d.ogg");

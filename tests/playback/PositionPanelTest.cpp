@@ -209,6 +209,26 @@ TEST_F(Position, IsMovedByHandOnlyWhenTheButtonIsLetGo)
     EXPECT_TRUE(timerRuns());
 }
 
+TEST_F(Position, IsMovedByTheKeyboardWhileASoundPlays)
+{
+    control<QTimer>(panel, "tmrPosition").start();
+    auto& slider = control<TimeSlider>(panel, "sldAudioPosition");
+    EXPECT_CALL(engine, SeekSound(0, 505000));
+    QTest::keyClick(&slider, Qt::Key_PageUp);
+    EXPECT_TRUE(timerRuns());
+}
+
+TEST_F(Position, CannotBeMovedBeyondTheLastPositionThereIs)
+{
+    EXPECT_CALL(engine, GetDuration(0)).WillOnce(Return(2147483647));
+    EXPECT_CALL(engine, GetPosition(0)).WillOnce(Return(0));
+    panel.prepareForSound();
+    put(panel, "sldAudioPosition", 2147484);
+    EXPECT_CALL(engine, SeekSound(0, 2147483647));
+    emit control<TimeSlider>(panel, "sldAudioPosition").MouseUp();
+    EXPECT_EQ(panel.loopEnd(), 2147483647);
+}
+
 TEST_F(Position, StartsTheTimerAfterAMoveByHandEvenWithoutASound)
 {
     auto& slider = control<TimeSlider>(panel, "sldAudioPosition");

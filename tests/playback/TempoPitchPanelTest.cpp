@@ -196,7 +196,12 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(GradualRow{"Top", 1200, 12.0F, "100.0%"}, GradualRow{"Bottom", -1200, -12.0F, "-100.0%"},
                       GradualRow{"OneAndAHalf", 150, 1.5F, "12.5%"}, GradualRow{"Twelve", 12, 0.12F, "1.0%"},
                       GradualRow{"One", 1, 0.01F, "0.1%"}, GradualRow{"MinusSix", -6, -0.06F, "-0.5%"},
-                      GradualRow{"Seven", 7, 0.07F, "0.6%"}),
+                      GradualRow{"Seven", 7, 0.07F, "0.6%"}, GradualRow{"MinusOne", -1, -0.01F, "-0.1%"},
+                      GradualRow{"Five", 5, 0.05F, "0.4%"}, GradualRow{"MinusFive", -5, -0.05F, "-0.4%"},
+                      GradualRow{"QuarterRoundsUp", 3, 0.03F, "0.3%"},
+                      GradualRow{"MinusQuarterRoundsDown", -3, -0.03F, "-0.3%"},
+                      GradualRow{"ThreeQuarters", 9, 0.09F, "0.8%"},
+                      GradualRow{"OneAndAQuarterRoundsUp", 15, 0.15F, "1.3%"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(TempoPitch, ShowsGradualZeroWithAPlaceOnceTheSliderWasTouched)
@@ -309,6 +314,20 @@ TEST_F(TempoPitch, ResetsForANewTrackInTheOrderTempoSemitonesGradualRate)
     }
     panel.resetForTrack();
     EXPECT_EQ(textOf(panel, "lblTempo"), "100%");
+}
+
+TEST_F(TempoPitch, ResetsTheGradualPitchForANewTrackBetweenTempoAndRate)
+{
+    prepare("sldTempo", 10);
+    prepare("sldSpeed", -5);
+    prepare("sldPitchGrad", 150);
+    {
+        const InSequence order;
+        EXPECT_CALL(engine, ChangeTempo(0, 0.0F));
+        EXPECT_CALL(engine, ChangePitchCents(0, 0.0F));
+        EXPECT_CALL(engine, ChangeRate(0, 0.0F));
+    }
+    panel.resetForTrack();
 }
 
 TEST_F(TempoPitch, TellsItsResetToolTips)

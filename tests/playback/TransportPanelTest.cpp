@@ -159,6 +159,13 @@ INSTANTIATE_TEST_SUITE_P(Positions, EachForward,
                                            JumpRow{"OneMsTooLateInTheLoop", true, 15001, -1}),
                          [](const auto& info) { return std::string(info.param.name); });
 
+TEST_F(Transport, IsNotMovedPastTheLongestSoundThereIs)
+{
+    EXPECT_CALL(engine, GetPosition(0)).WillOnce(Return(2147483000));
+    EXPECT_CALL(engine, GetDuration(0)).WillOnce(Return(2147483647));
+    click(panel, "cmdFForward");
+}
+
 TEST_F(Transport, KeepsEveryButtonEnabledWithoutASound)
 {
     for (const char* button : {"cmdPlay", "cmdPlayLoop", "cmdPause", "cmdStop", "cmdRewind", "cmdFForward"}) {

@@ -115,6 +115,20 @@ TEST_F(ListFile, IsAddedBehindWhatTheListHolds)
     EXPECT_EQ(items(), QStringList({"first", "second"}));
 }
 
+TEST_F(ListFile, HasNoByteOrderMarkInItsFirstEntry)
+{
+    write("\xEF\xBB\xBF\"a, b\"\r\nc\r\n");
+    lists.LoadList(list, path);
+    EXPECT_EQ(items(), QStringList({"a, b", "c"}));
+}
+
+TEST_F(ListFile, OfNoBytesGivesNothingAndIsNoFailure)
+{
+    write("");
+    lists.LoadList(list, path);
+    EXPECT_EQ(list.count(), 0);
+}
+
 TEST_F(ListFile, KeepsLettersWholeThatLieAcrossTwoReads)
 {
     QByteArray text;

@@ -4,7 +4,8 @@
 // show.
 //
 // A pick by the user sends currentIndexChanged where the index changes, and activated always, in this order; a put
-// by code sends the first only. What the first has reported the second passes over.
+// by code sends the first only. What the first has reported the second passes over. Changes that come past this
+// class (an item that is taken away) must not be held against the next pick: each pick begins afresh.
 ComboBox::ComboBox(QWidget* parent)
     : QComboBox(parent)
 {
@@ -37,4 +38,22 @@ void ComboBox::setListIndex(int index)
 void ComboBox::setCurrentIndex(int index)
 {
     setListIndex(index);
+}
+
+void ComboBox::showPopup()
+{
+    reported = false;
+    QComboBox::showPopup();
+}
+
+void ComboBox::keyPressEvent(QKeyEvent* event)
+{
+    reported = false;
+    QComboBox::keyPressEvent(event);
+}
+
+void ComboBox::wheelEvent(QWheelEvent* event)
+{
+    reported = false;
+    QComboBox::wheelEvent(event);
 }

@@ -19,8 +19,14 @@ public:
     /// As setListIndex: the put of this control, whatever name it is called by.
     void setCurrentIndex(int index);
 
+    void showPopup() override;
+
 signals:
     void Click();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     bool reported = false;

@@ -7,6 +7,35 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 
+namespace {
+
+/// About half the width of a small screen.
+constexpr qsizetype toolTipColumns = 80;
+
+// Tool tips take what looks like mark-up for it, and do not break a long name without blanks. As mark-up of our own
+// the text is shown to the letter, in lines that fit the screen, and in the list's direction of writing.
+QString asToolTip(const QString& text)
+{
+    QString shown;
+    for (QStringView rest(text); !rest.isEmpty();) {
+        qsizetype length = std::min(rest.size(), toolTipColumns);
+        if (length < rest.size()) {
+            if (const qsizetype blank = rest.left(length).lastIndexOf(u' '); blank > 0)
+                length = blank + 1;
+            else if (rest[length - 1].isHighSurrogate())
+                --length;
+        }
+        if (!shown.isEmpty())
+            shown += u'\n';
+        shown += rest.left(length);
+        rest = rest.mid(length);
+    }
+    return QStringLiteral("<p dir=\"ltr\" style=\"white-space:pre\">") + shown.toHtmlEscaped() +
+           QStringLiteral("</p>");
+}
+
+}  // namespace
+
 class ListBox::Texts : public QAbstractListModel
 {
 public:
@@ -19,8 +48,11 @@ public:
 
     QVariant data(const QModelIndex& index, int role) const override
     {
-        if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-            return items.value(index.row());
+        const QString text = items.value(index.row());
+        if (role == Qt::DisplayRole)
+            return text;
+        if (role == Qt::ToolTipRole)
+            return asToolTip(text);
         return {};
     }
 
@@ -51,11 +83,18 @@ public:
 
 namespace {
 
-/// Rows with a little air, to be hit with ease.
+/// Rows of one line with a little air, to be hit with ease.
 class AiryRows : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    // A file's name may have line ends in it: the view would show no more than the first line.
+    QString displayText(const QVariant& value, const QLocale&) const override
+    {
+        QString text = value.toString();
+        return text.replace(u'\n', u' ').replace(u'\r', u' ');
+    }
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {

@@ -2,8 +2,30 @@
 
 #include <QEvent>
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QToolTip>
+
+namespace {
+
+bool movesHandle(int key)
+{
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+        return true;
+    default:
+        return false;
+    }
+}
+
+}  // namespace
 
 TimeSlider::TimeSlider(QWidget* parent)
     : Slider(parent)
@@ -49,6 +71,21 @@ void TimeSlider::mouseReleaseEvent(QMouseEvent* event)
         QToolTip::hideText();
         emit MouseUp();
     }
+}
+
+// A key's move is one by hand as well, or a position that follows a sound would go back at once. Under a pointer
+// that holds the handle the keys do nothing.
+void TimeSlider::keyPressEvent(QKeyEvent* event)
+{
+    if (!movesHandle(event->key())) {
+        Slider::keyPressEvent(event);
+        return;
+    }
+    if (isSliderDown())
+        return;
+    emit MouseDown();
+    Slider::keyPressEvent(event);
+    emit MouseUp();
 }
 
 // A turn of the wheel is a move by hand like any other: taken, moved, let go. Under a hand that holds the handle

@@ -16,11 +16,12 @@ public:
     QString valueTip() const;
 
 signals:
-    /// The user takes hold of the slider: the left button goes down, or the wheel begins to turn. Sent before the
-    /// value moves.
+    /// The user takes hold of the slider: the left button goes down, the wheel begins to turn, or a key is about to
+    /// move it. Sent before the value moves.
     void MouseDown();
 
-    /// The user lets go: the left button goes up, or the wheel has turned. Sent after the value has moved.
+    /// The user lets go: the left button goes up, or the wheel or the key has done its move. Sent after the value
+    /// has moved.
     void MouseUp();
 
 protected:
@@ -28,6 +29,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void turnWheel(int units) override;
 
 private:

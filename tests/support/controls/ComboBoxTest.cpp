@@ -74,6 +74,15 @@ TEST_F(AComboBox, RunsItsRoutineForAPickOfTheItemThatCodeSelected)
     EXPECT_EQ(clicks.count(), 2);
 }
 
+TEST_F(AComboBox, RunsItsRoutineForAPickOfTheItemThatTookTheSelectedOnesPlace)
+{
+    box.setListIndex(1);
+    box.removeItem(1);
+    const auto before = clicks.count();
+    pick(box.listIndex());
+    EXPECT_EQ(clicks.count(), before + 1);
+}
+
 TEST_F(AComboBox, PicksWithTheArrowKeys)
 {
     box.setListIndex(0);

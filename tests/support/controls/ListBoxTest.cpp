@@ -6,7 +6,9 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTest>
+#include <QTextDocument>
 
 namespace {
 
@@ -42,6 +44,46 @@ protected:
     ListBox list;
     QSignalSpy clicks{&list, &ListBox::Click};
 };
+
+class ToolTipOfAListBox : public AListBox
+{
+protected:
+    QString plainToolTip(const QString& text)
+    {
+        list.addItem(text);
+        const QString tip = list.model()->index(list.count() - 1, 0).data(Qt::ToolTipRole).toString();
+        EXPECT_TRUE(Qt::mightBeRichText(tip));
+        QTextDocument document;
+        document.setHtml(tip);
+        return document.toPlainText().replace(QChar::LineSeparator, u'\n');
+    }
+};
+
+TEST_F(ToolTipOfAListBox, ShowsATextWithMarkUpToTheLetter)
+{
+    EXPECT_EQ(plainToolTip("<b>Rock  & Roll</b>"), "<b>Rock  & Roll</b>");
+}
+
+TEST_F(ToolTipOfAListBox, BreaksALongTextAtABlankOrElsewhereIfItMust)
+{
+    const QString seventy(70, u'x');
+    EXPECT_EQ(plainToolTip(seventy + " " + seventy), seventy + " \n" + seventy);
+    EXPECT_EQ(plainToolTip(QString(170, u'x')),
+              QString(80, u'x') + "\n" + QString(80, u'x') + "\n" + QString(10, u'x'));
+    const QString guitar = QString::fromUtf8("\xF0\x9F\x8E\xB8");
+    EXPECT_EQ(plainToolTip(QString(79, u'x') + guitar), QString(79, u'x') + "\n" + guitar);
+}
+
+TEST_F(AListBox, ShowsATextWithLineEndsInOneLine)
+{
+    const QString text = "verse\r\nchorus";
+    list.addItem(text);
+    const QModelIndex last = list.model()->index(4, 0);
+    const auto* delegate = qobject_cast<QStyledItemDelegate*>(list.itemDelegate());
+    ASSERT_NE(delegate, nullptr);
+    EXPECT_EQ(delegate->displayText(last.data(), QLocale()), "verse  chorus");
+    EXPECT_EQ(list.itemText(4), text);
+}
 
 TEST_F(AListBox, HasNoSelectionAtFirst)
 {

@@ -256,12 +256,27 @@ TEST_F(ATimeSlider, IsTakenMovedAndLetGoByANotchOfTheWheel)
     EXPECT_EQ(order.size(), 3);
 }
 
-TEST_F(ATimeSlider, HeldByThePointerPassesOverTheWheel)
+TEST_F(ATimeSlider, IsTakenMovedAndLetGoByAKeyThatMovesIt)
+{
+    slider.setPageStep(5);
+    for (const Qt::Key key :
+         {Qt::Key_Right, Qt::Key_PageUp, Qt::Key_Left, Qt::Key_PageDown, Qt::Key_End, Qt::Key_Home}) {
+        order.clear();
+        QTest::keyClick(&slider, key);
+        EXPECT_EQ(order, QStringList({"down", "change", "up"})) << key;
+    }
+    order.clear();
+    QTest::keyClick(&slider, Qt::Key_Space);
+    EXPECT_EQ(order, QStringList());
+}
+
+TEST_F(ATimeSlider, HeldByThePointerPassesOverTheWheelAndTheKeys)
 {
     QTest::mousePress(&slider, Qt::LeftButton, {}, {150, 12});
     const int held = slider.value();
     order.clear();
     turnWheel(slider, 120);
+    QTest::keyClick(&slider, Qt::Key_Right);
     EXPECT_EQ(slider.value(), held);
     EXPECT_EQ(order, QStringList());
     QTest::mouseRelease(&slider, Qt::LeftButton, {}, {150, 12});
