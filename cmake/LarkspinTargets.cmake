@@ -25,7 +25,8 @@ if(CCACHE)
 endif()
 
 if(LARKSPIN_SANITIZE)
-    add_compile_options(-fsanitize=${LARKSPIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    # Line numbers are all that a report needs.
+    add_compile_options(-fsanitize=${LARKSPIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
     add_link_options(-fsanitize=${LARKSPIN_SANITIZE})
     # For tests that would take minutes there, and need only walk the same way.
     add_compile_definitions(LARKSPIN_SANITIZED)
