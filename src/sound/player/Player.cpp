@@ -20,6 +20,7 @@ Player::~Player() = default;
 
 void Player::publish()
 {
+    mainThread.expect();
     ++transport.serial;
     renderThread.publish(transport);
 }
@@ -150,6 +151,7 @@ PlayerEngine::Status Player::status() const
 
 double Player::heardFrame() const
 {
+    mainThread.expect();
     const Snapshot& snapshot = renderThread.snapshot();
     if (!isHeard(snapshot))
         return static_cast<double>(transport.position.value);
@@ -178,6 +180,7 @@ int Player::duration() const
 
 void Player::change(const Settings& settings)
 {
+    mainThread.expect();
     wantedSettings = settings;
     renderThread.publish(wantedSettings);
 }

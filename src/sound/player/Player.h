@@ -6,6 +6,7 @@
 #include "sound/player/RenderThread.h"
 #include "sound/player/Settings.h"
 #include "sound/player/Transport.h"
+#include "sound/units/OneThread.h"
 
 #include <memory>
 #include <vector>
@@ -56,6 +57,7 @@ private:
     bool isHeard(const Snapshot& snapshot) const;
     double heardFrame() const;
 
+    OneThread mainThread;
     Transport transport;
     Settings wantedSettings;
     std::unique_ptr<LoadedSound> loaded;

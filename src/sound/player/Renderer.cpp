@@ -36,6 +36,7 @@ PlayPath& Renderer::path() const
 
 void Renderer::update(const Transport& transport, const Settings& newSettings)
 {
+    renderThread.expect();
     settings = newSettings;
     equalizer.set(settings.equalizer);
     level.set(settings.gain, settings.balance);
@@ -70,6 +71,7 @@ void Renderer::adopt()
 
 void Renderer::render(float* stereo)
 {
+    renderThread.expect();
     if (state == State::Waiting && decodedAt({std::llround(held)})) {
         renderStart(stereo);
         return;

@@ -7,6 +7,7 @@
 #include "sound/player/Snapshot.h"
 #include "sound/player/Timeline.h"
 #include "sound/player/Transport.h"
+#include "sound/units/OneThread.h"
 
 namespace sound {
 
@@ -69,6 +70,7 @@ private:
     TimelineEntry entryAt(double position, double slope) const;
     PlayPath& path() const;
 
+    OneThread renderThread;
     Transport wanted;   // what the main thread asked for last
     Transport current;  // what is in force
     Settings settings;
