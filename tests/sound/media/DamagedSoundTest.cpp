@@ -160,8 +160,7 @@ class ForgedHeader : public ::testing::Test
 protected:
     QByteArray make(const char* name, const QStringList& arguments = {}) const
     {
-        return sound::test::contentOf(
-            files.make(name, sound::test::slideWithNoise(rate, 2, frames), arguments));
+        return sound::test::contentOf(files.make(name, sound::test::slideWithNoise(rate, 2, frames), arguments));
     }
 
     std::int64_t lengthOf(const char* name, const QByteArray& bytes) const
