@@ -19,7 +19,8 @@ namespace sound {
 /// prepare() first, then start(), then render() as often as wanted; start() again at any time. The input is fed for
 /// ever in blocks of one size, since the library's alignment depends on the size.
 ///
-/// **Threads.** prepare() allocates and belongs to the main thread; the rest takes no lock and allocates nothing.
+/// **Threads.** prepare() allocates and belongs to the main thread; the rest takes no lock and allocates nothing
+/// but what the library itself does at a start: one or two small pieces, given back at once.
 class Stretcher
 {
 public:

@@ -8,10 +8,30 @@ namespace sound {
 namespace {
 
 constexpr double fastest = 16;  // the library reserves filters for speeds up to this one
+constexpr double slowest = 0.4;
+constexpr double highest = 1.6;
+constexpr std::int64_t framesToSettle = 10000;
 
 // The library's interpolation filter looks this many output frames back; measured on a sweep at speeds from 0.4
 // to 1.6.
 constexpr double filterDelay = 1.62;
+
+class Silence : public FrameInput
+{
+public:
+    explicit Silence(int channelCount)
+        : channels(channelCount)
+    {
+    }
+
+    void next(FrameCount count, float* interleaved) override
+    {
+        std::fill(interleaved, interleaved + count.value * channels, 0.0F);
+    }
+
+private:
+    int channels;
+};
 
 }  // namespace
 
@@ -35,8 +55,17 @@ void VariableRate::prepare(int channelCount, FrameCount blockFrames)
     pendingBegin = pendingEnd = 0;
     fed = produced = origin = 0;
     speed = 1;
-    soxr_set_io_ratio(resampler.get(), speed, 0);
     map.start(0, 0, speed);
+
+    // The library's queues grow until they have been filled and emptied for a while; that shall not be while sound
+    // is rendered.
+    Silence silence(channels);
+    std::vector<float> dropped(static_cast<size_t>(block.value * channels));
+    for (const double each : {slowest, highest, 1.0}) {
+        change(each);
+        for (std::int64_t done = 0; done < framesToSettle; done += block.value)
+            produce(silence, block, dropped.data());
+    }
 }
 
 FrameCount VariableRate::lead()
