@@ -52,5 +52,5 @@ test_under_sanitizers() {
     mapfile -t tests < <(ctest --preset "$preset" -N --label-regex "$labels" | sed -n 's/^ *Test *#[0-9]*: //p')
     build "$preset" "${tests[@]}"
     note "Testing: $preset"
-    ctest --preset "$preset" --label-regex "$labels" --output-on-failure
+    ctest --preset "$preset" --label-regex "$labels" --output-on-failure -j "$jobs"
 }
