@@ -1,8 +1,9 @@
 #include "sound/SoundFiles.h"
 
+#include "sound/ChildProcess.h"
+
 #include <gtest/gtest.h>
 #include <QFile>
-#include <QProcess>
 #include <cmath>
 #include <cstring>
 #include <numbers>
@@ -10,8 +11,6 @@
 
 namespace sound::test {
 namespace {
-
-constexpr int longestRunInMilliseconds = 100'000;
 
 }  // namespace
 
@@ -78,16 +77,17 @@ QString SoundFiles::write(const QString& name, const QByteArray& bytes) const
 
 bool runFfmpeg(const QStringList& arguments, const QByteArray& input, QByteArray* output)
 {
-    QProcess ffmpeg;
-    ffmpeg.start("ffmpeg", QStringList{"-v", "error", "-nostdin"} + arguments);
-    ffmpeg.write(input);
-    ffmpeg.closeWriteChannel();
-    const bool ended = ffmpeg.waitForFinished(longestRunInMilliseconds);
-    const bool content = ended && ffmpeg.exitStatus() == QProcess::NormalExit && ffmpeg.exitCode() == 0;
+    const QTemporaryDir streams;
+    QFile in(streams.filePath("in"));
+    const bool given = in.open(QIODevice::WriteOnly) && in.write(input) == input.size();
+    in.close();
+    ChildProcess ffmpeg("ffmpeg", QStringList{"-v", "error", "-nostdin"} + arguments, {}, streams.filePath("in"),
+                        streams.filePath("out"), streams.filePath("err"));
+    const bool content = ffmpeg.succeeds() && given;
     EXPECT_TRUE(content) << "ffmpeg " << arguments.join(' ').toStdString() << '\n'
-                         << ffmpeg.readAllStandardError().toStdString();
+                         << contentOf(streams.filePath("err")).toStdString();
     if (output != nullptr)
-        *output = ffmpeg.readAllStandardOutput();
+        *output = contentOf(streams.filePath("out"));
     return content;
 }
 

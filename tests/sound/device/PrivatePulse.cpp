@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QStandardPaths>
 #include <algorithm>
+#include <csignal>
 #include <cstring>
 #include <thread>
 
@@ -27,14 +28,9 @@ bool waitUntil(Condition condition)
     return true;
 }
 
-QProcessEnvironment privateEnvironment(const QString& folder)
+QStringList privateEnvironment(const QString& folder)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_RUNTIME_DIR", folder);
-    environment.insert("HOME", folder);
-    // What a sanitizer build of the test preloads is none of the server's business.
-    environment.remove("LD_PRELOAD");
-    return environment;
+    return {"XDG_RUNTIME_DIR=" + folder, "HOME=" + folder};
 }
 
 }  // namespace
@@ -49,39 +45,33 @@ PrivatePulse::PrivatePulse(SampleRate sinkRate)
 
 PrivatePulse::~PrivatePulse()
 {
-    for (const auto* process : {&recorder, &server}) {
-        if (*process) {
-            (*process)->kill();
-            (*process)->waitForFinished();
-        }
-    }
+    recorder.reset();
+    server.reset();
     qputenv("PULSE_SERVER", serverBefore);
 }
 
 bool PrivatePulse::start()
 {
-    server = std::make_unique<QProcess>();
-    server->setProcessEnvironment(privateEnvironment(folder.path()));
-    server->setStandardErrorFile(folder.filePath("server.log"));
-    server->setStandardOutputFile(QProcess::nullDevice());
-    server->start(
-        "pulseaudio",
-        {"-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm=yes", "--use-pid-file=no", "-L",
-         QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1/native").arg(folder.path()), "-L",
-         QStringLiteral("module-null-sink sink_name=speakers rate=%1 format=float32le norewinds=1")
-             .arg(rate.hertz)});
-    return waitUntil([this] {
-        QProcess question;
-        question.setProcessEnvironment(privateEnvironment(folder.path()));
-        question.start("pactl", {"get-sink-volume", "speakers"});
-        return question.waitForFinished() && question.exitCode() == 0;
+    const QStringList environment = privateEnvironment(folder.path());
+    const QStringList arguments = {
+        "-n",
+        "--daemonize=no",
+        "--exit-idle-time=-1",
+        "--disable-shm=yes",
+        "--use-pid-file=no",
+        "-L",
+        QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1/native").arg(folder.path()),
+        "-L",
+        QStringLiteral("module-null-sink sink_name=speakers rate=%1 format=float32le norewinds=1").arg(rate.hertz)};
+    server =
+        std::make_unique<ChildProcess>("pulseaudio", arguments, environment, "", "", folder.filePath("server.log"));
+    return waitUntil([&] {
+        return ChildProcess("pactl", {"get-sink-volume", "speakers"}, environment, "", "", "").succeeds();
     });
 }
 
 void PrivatePulse::kill()
 {
-    server->kill();
-    server->waitForFinished();
     server.reset();
 }
 
@@ -92,12 +82,11 @@ QString PrivatePulse::recordingPath() const
 
 bool PrivatePulse::startRecording()
 {
-    recorder = std::make_unique<QProcess>();
-    recorder->setProcessEnvironment(privateEnvironment(folder.path()));
-    recorder->setStandardOutputFile(recordingPath());
-    recorder->setStandardErrorFile(QProcess::nullDevice());
-    recorder->start("parec", {"-d", "speakers.monitor", "--format=float32le", QString("--rate=%1").arg(rate.hertz),
-                              "--channels=2", "--latency-msec=10"});
+    const QStringList arguments = {
+        "-d",           "speakers.monitor", "--format=float32le", QString("--rate=%1").arg(rate.hertz),
+        "--channels=2", "--latency-msec=10"};
+    recorder = std::make_unique<ChildProcess>("parec", arguments, privateEnvironment(folder.path()), "",
+                                              recordingPath(), "");
     return waitForFrames(1);
 }
 
@@ -114,8 +103,8 @@ std::vector<float> PrivatePulse::recordedSoFar() const
 
 std::vector<float> PrivatePulse::stopRecording()
 {
-    recorder->terminate();
-    recorder->waitForFinished();
+    recorder->signal(SIGTERM);
+    recorder->succeeds();
     recorder.reset();
     return recordedSoFar();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "sound/ChildProcess.h"
 #include "sound/units/Frames.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <memory>
 #include <vector>
@@ -39,8 +39,8 @@ private:
     SampleRate rate;
     QTemporaryDir folder;
     QByteArray serverBefore;
-    std::unique_ptr<QProcess> server;
-    std::unique_ptr<QProcess> recorder;
+    std::unique_ptr<ChildProcess> server;
+    std::unique_ptr<ChildProcess> recorder;
 };
 
 /// Where the first @p probe samples of @p wanted stand in @p heard, both interleaved stereo; -1 where they don't.
