@@ -59,7 +59,7 @@ void DecodeWorker::decode()
             more = stream->next(block);
         if (!store.append(block)) {
             failure = EngineError::NotEnoughMemory;
-            return;
+            break;
         }
         if (store.mustKeep())
             store.keepNear();

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <linux/magic.h>
+#include <sys/statvfs.h>
 #include <sys/vfs.h>
 #include <unistd.h>
 #include <QDir>
@@ -13,6 +14,8 @@
 
 namespace sound {
 namespace {
+
+constexpr std::int64_t spareBytes = std::int64_t{256} * 1024 * 1024;
 
 bool isMemoryFileSystem(const QByteArray& folder)
 {
@@ -51,14 +54,15 @@ int openIn(const QByteArray& folder)
     return named;
 }
 
-bool reserve(int file, std::int64_t size)
+// Nothing is reserved: a length is only what a file says of itself, and a forged one would take the whole disc from
+// all other programs. There must be room for it, and some to spare; it is taken as the sound is really written.
+bool makeRoom(int file, std::int64_t size)
 {
-    int status = 0;
-    do {
-        status = ::fallocate(file, 0, 0, size);
-    } while (status != 0 && errno == EINTR);
-    // Where nothing can be reserved, a disc that fills up shows when it is written to.
-    return status == 0 || (errno == EOPNOTSUPP && ::ftruncate(file, size) == 0);
+    struct statvfs room = {};
+    if (::fstatvfs(file, &room) != 0)
+        return false;
+    const auto free = static_cast<std::int64_t>(room.f_bavail) * static_cast<std::int64_t>(room.f_frsize);
+    return size <= free - spareBytes && ::ftruncate(file, size) == 0;
 }
 
 }  // namespace
@@ -69,7 +73,7 @@ int openUnnamedFile(std::int64_t size)
         const int file = openIn(folder);
         if (file < 0)
             continue;
-        if (reserve(file, size))
+        if (makeRoom(file, size))
             return file;
         ::close(file);
     }

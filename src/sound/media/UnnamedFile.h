@@ -8,9 +8,9 @@ namespace sound {
 
 /// Makes a file of @p size zero bytes that has no name and goes when it is closed, also when the program is ended
 /// by force: in the user's cache folder, or where temporary files live, on a real disc rather than in a file system
-/// that is itself memory. Its room on the disc is reserved where the file system can do that.
+/// that is itself memory. It takes room on the disc only as it is written.
 ///
-/// Returns its descriptor, or -1 where no folder takes a file of that size. Any thread.
+/// Returns its descriptor, or -1 where no disc has room for a file of that size by now. Any thread.
 int openUnnamedFile(std::int64_t size);
 
 /// Writes all of @p bytes at @p offset. False where the disc is full or fails.

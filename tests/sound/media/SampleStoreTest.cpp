@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <atomic>
 #include <csignal>
@@ -145,6 +148,30 @@ TEST(SampleStore, ThereIsNoneForALengthThatNothingCanHold)
     EXPECT_FALSE(SampleStore::create(SampleRate{44100}, 2, FrameCount{std::int64_t{1} << 40}));  // 8 TiB
     EXPECT_FALSE(SampleStore::create(SampleRate{44100}, 2, FrameCount{std::numeric_limits<std::int64_t>::max()}));
     EXPECT_FALSE(SampleStore::create(SampleRate{44100}, 3, FrameCount{10}));
+}
+
+// The room on the disc that the one unnamed file of this process has really taken.
+std::int64_t bytesTakenByTheUnnamedFile()
+{
+    for (const QFileInfo& entry : QDir("/proc/self/fd").entryInfoList(QDir::Files | QDir::System)) {
+        struct stat status = {};
+        const QByteArray name = entry.absoluteFilePath().toLocal8Bit();
+        if (::stat(name.constData(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 0)
+            return std::int64_t{status.st_blocks} * 512;
+    }
+    return -1;
+}
+
+TEST(SampleStore, ALengthThatIsOnlyClaimedTakesNoRoomOnTheDisc)
+{
+    // Six hours of stereo; a file of a few bytes may claim that.
+    const auto store = SampleStore::create(SampleRate{44100}, 2, FrameCount{952'560'000}, inFile);
+    ASSERT_TRUE(store);
+    EXPECT_EQ(bytesTakenByTheUnnamedFile(), 0);
+    const std::vector<float> second(88200, 0.5F);
+    ASSERT_TRUE(store->append(second));
+    EXPECT_GT(bytesTakenByTheUnnamedFile(), 0);
+    EXPECT_LT(bytesTakenByTheUnnamedFile(), 1'000'000);
 }
 
 TEST(SampleStore, WakesTheWriterOncePerPlaceWhereReadingGoesOn)
