@@ -10,11 +10,13 @@
 #include <pulse/stream.h>
 #include <algorithm>
 #include <cmath>
+#include <thread>
 
 namespace sound {
 namespace {
 
 constexpr int channels = 2;
+constexpr std::chrono::milliseconds pauseAfterFailure{10};
 constexpr std::int64_t bytesAFrame = channels * sizeof(float);
 
 void release(pa_operation* operation)
@@ -206,6 +208,8 @@ void PulseStream::wait(std::chrono::milliseconds longest)
     const int microseconds = longest.count() < 0 ? -1 : static_cast<int>(longest.count() * 1000);
     if (pa_mainloop_prepare(loop->mainloop, microseconds) >= 0 && pa_mainloop_poll(loop->mainloop) >= 0)
         pa_mainloop_dispatch(loop->mainloop);
+    else
+        std::this_thread::sleep_for(pauseAfterFailure);  // a loop that fails at once must not take the whole core
     makeStream();
     askForReport();
 }
