@@ -71,7 +71,9 @@ std::shared_ptr<const SampleSource> Player::share() const
 
 void Player::play()
 {
-    if (atEnd)
+    // The end may have been heard, but not taken notice of yet.
+    const bool justEnded = transport.motion == Transport::Motion::Playing && status() == PlayerEngine::Stopped;
+    if (atEnd || justEnded)
         jumpTo({0});
     transport.window = wholeOf(loaded->source().length());
     transport.motion = Transport::Motion::Playing;

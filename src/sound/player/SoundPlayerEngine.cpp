@@ -211,6 +211,10 @@ void SoundPlayerEngine::StopSound(short player)
     Slot* slot = loadedSlotOf(player);
     if (slot == nullptr)
         return;
+    // A sound that has just come to its end finished; this call did not end it.
+    if (slot->player.takeFinished())
+        QMetaObject::invokeMethod(
+            this, [this, player] { emit SoundFinished(player); }, Qt::QueuedConnection);
     const Status before = slot->player.status();
     slot->player.stop();
     endedByCommand(player, before);

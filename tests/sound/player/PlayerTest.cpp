@@ -132,6 +132,21 @@ TEST_F(PlayerTest, PlayAtTheEndBeginsAnew)
     EXPECT_EQ(player.position(), 0);
 }
 
+TEST_F(PlayerTest, PlayAtAnEndThatNobodyTookNoticeOfBeginsAnewToo)
+{
+    const auto sound = load(noiseSound(rate, 2, {22050}));
+    play();
+    clock->play(30000);
+    ASSERT_TRUE(eventually([this] { return player.status() == PlayerEngine::Stopped && !clock->running(); }));
+    const auto before = static_cast<std::ptrdiff_t>(clock->written().size());
+    play();
+    EXPECT_EQ(player.status(), PlayerEngine::Playing);
+    clock->play(5000);
+    const std::vector<float> written = clock->written();
+    EXPECT_TRUE(
+        std::equal(written.begin() + before, written.begin() + before + 8000, sound->interleaved().begin()));
+}
+
 TEST_F(PlayerTest, AfterTheEndTheOutputIsStoppedAndTheThreadSleeps)
 {
     load(noiseSound(rate, 2, {4410}));

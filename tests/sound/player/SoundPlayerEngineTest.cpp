@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
@@ -198,6 +199,24 @@ TEST_F(SoundPlayerEngineTest, AtItsNaturalEndTheStatusIsThreeAndSoundFinishedCam
     EXPECT_EQ(engine.GetPosition(0), 250);
     engine.StopSound(0);
     EXPECT_EQ(engine.GetPosition(0), 0);
+}
+
+TEST_F(SoundPlayerEngineTest, AStopRightBehindTheNaturalEndDoesNotHideThatItFinished)
+{
+    init();
+    loadDecoded(sineFile("a.wav", 0.25));
+    engine.PlaySound(0);
+    ASSERT_TRUE(eventually([&] { return clock().running(); }));
+    clock().play(20000);
+    // No events meanwhile: the window's timer may come before the engine's own.
+    const QDeadlineTimer patience(10000);
+    while (engine.GetPlayerStatus(0) != 3 && !patience.hasExpired()) {
+    }
+    ASSERT_EQ(engine.GetPlayerStatus(0), 3);
+    engine.StopSound(0);
+    EXPECT_EQ(engine.GetPosition(0), 0);
+    ASSERT_TRUE(eventually([&] { return events.size() == 2; }));
+    EXPECT_THAT(events, ElementsAre("playing 0", "finished 0"));
 }
 
 TEST_F(SoundPlayerEngineTest, ASegmentPlaysOnceAndFinishes)
