@@ -1,12 +1,15 @@
 #include "app/frmMain.h"
 #include "engines/EngineSet.h"
 #include "sound/player/SoundEngines.h"
+#include "support/DesktopShell.h"
 #include "support/IconTheme.h"
+#include "support/SettingsStore.h"
 #include "support/dialogs/QtCommonDialog.h"
 #include "support/dialogs/QtMsgBox.h"
 #include "support/modSpecialFolders.h"
 
 #include <QApplication>
+#include <QSettings>
 
 int main(int argc, char** argv)
 {
@@ -18,7 +21,12 @@ int main(int argc, char** argv)
     const std::unique_ptr<EngineSet> engines = sound::makeSoundEngines();
     QtCommonDialog dialog;
     QtMsgBox msgBox;
-    frmMain window(*engines, dialog, msgBox, modSpecialFolders::applicationFolder());
+    QSettings store(SettingsStore::applicationKey, SettingsStore::applicationKey);
+    SettingsStore settings(store);
+    DesktopShell shell;
+    frmMain window({*engines, dialog, msgBox, settings, shell, modSpecialFolders::applicationFolder(),
+                    modSpecialFolders::helpFolder(), QStringLiteral(LARKSPIN_WEB_SITE),
+                    QStringLiteral(LARKSPIN_SUPPORT_PAGE)});
     window.Load();
     window.show();
     return QApplication::exec();

@@ -12,7 +12,7 @@ int main(int argc, char** argv)
     QStandardPaths::setTestModeEnabled(true);
     QApplication application(argc, argv);
     QApplication::setApplicationName("LarkspinTest");
-    QIcon::setThemeSearchPaths({"/usr/share/icons"});  // the offscreen platform knows none
+    QIcon::setThemeSearchPaths({"/usr/share/icons", ":/icons"});  // the offscreen platform knows only the latter
     QIcon::setThemeName("breeze");
     QApplication::setQuitOnLastWindowClosed(false);
     ::testing::InitGoogleMock(&argc, argv);

@@ -13,8 +13,8 @@ public:
     explicit MainToolBar(QWidget* parent = nullptr);
 
     QToolButton* tlbCmdOpen;
+    QToolButton* tlbCmdSaveAs;
     QToolButton* tlbCmdClear;
-    QToolButton* tlbCmdClearAll;
     QToolButton* tlbCmdRewind;
     QToolButton* tlbCmdPlay;
 
@@ -26,6 +26,13 @@ public:
     QToolButton* tlbCmdFForward;
     QToolButton* tlbCmdLoopWinBack;
     QToolButton* tlbCmdLoopWinForward;
+    QToolButton* tlbCmdRecord;
+    QToolButton* tlbCmdMP3;
+    QToolButton* tlbCmdBPMCalc;
+    QToolButton* tlbCmdKeyCalc;
+    QToolButton* tlbCmdCDBurn;
+    QToolButton* tlbCmdVocalRemover;
+    QToolButton* tlbCmdHelp;
 
 private:
     QToolButton* add(const char* name, const char* icon, const QString& accessibleName, const QString& toolTip);

@@ -1,6 +1,9 @@
 #include "app/frmMain.h"
 
+#include "app/KeypadAccelerators.h"
+#include "app/MainMenu.h"
 #include "app/MainToolBar.h"
+#include "app/ParkedButtons.h"
 #include "engines/EditorEngine.h"
 #include "engines/EngineSet.h"
 #include "engines/PlayerEngine.h"
@@ -10,29 +13,45 @@
 #include "playback/TempoPitchPanel.h"
 #include "playback/TrackLoader.h"
 #include "playback/TransportPanel.h"
+#include "support/Shell.h"
 #include "support/controls/ListBox.h"
 #include "ui_frmMain.h"
 
 #include <QCloseEvent>
+#include <QScreen>
 #include <QToolButton>
 
-frmMain::frmMain(EngineSet& engines, CommonDialog& CommonDialog1, MsgBox& msgBox, const QString& applicationFolder,
-                 QWidget* parent)
+namespace {
+
+constexpr int twipsPerPixel = 15;
+constexpr int collapsedHeight = 8010 / twipsPerPixel;
+constexpr int expandedHeight = 10380 / twipsPerPixel;
+
+}  // namespace
+
+frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     : QMainWindow(parent)
-    , applicationFolder(applicationFolder)
-    , lists(msgBox)
-    , SoundTouch(engines.createPlayer())
-    , Editor(engines.createEditor())
+    , surroundings(surroundings)
+    , help(surroundings.shell, surroundings.helpFolder)
+    , lists(surroundings.msgBox)
+    , SoundTouch(surroundings.engines.createPlayer())
+    , Editor(surroundings.engines.createEditor())
     , ui(std::make_unique<Ui::frmMain>())
     , position(new PositionPanel(*SoundTouch, state, this))
     , tempoPitch(new TempoPitchPanel(*SoundTouch, this))
     , transport(new TransportPanel(*SoundTouch, state, *position, this))
-    , playlist(new PlaylistPanel(*SoundTouch, state, *position, CommonDialog1, this))
+    , playlist(new PlaylistPanel(*SoundTouch, state, *position, surroundings.dialog, this))
     , toolBar(new MainToolBar(this))
-    , loader(std::make_unique<TrackLoader>(*SoundTouch, state, *position, *tempoPitch, msgBox))
+    , parked(new ParkedButtons(this))
+    , keypad(std::make_unique<KeypadAccelerators>(*this))
+    , menu(new MainMenu(*keypad, this))
+    , loader(std::make_unique<TrackLoader>(*SoundTouch, state, *position, *tempoPitch, surroundings.msgBox))
 {
     ui->setupUi(this);
-    conversionStatus = std::make_unique<ConversionStatus>(*SoundTouch, *ui->lblWavExportStatus, msgBox);
+    setMenuBar(menu);
+    addToolBar(toolBar);
+    conversionStatus =
+        std::make_unique<ConversionStatus>(*SoundTouch, *ui->lblWavExportStatus, surroundings.msgBox);
     placePanels();
     connectPanels();
     connectToolBar();
@@ -51,12 +70,16 @@ void frmMain::Load()
         Editor->InitEditor(owner);
     lists.LoadList(playlist->lstAudio(), listFile());
     lists.LoadList(playlist->lstPath(), pathFile());
+    menu->BuildMenu(*this);
+    connectMenu();
+    ui->cmdExpand->show();
 }
 
 void frmMain::Unload()
 {
     lists.SaveList(playlist->lstAudio(), listFile());
     lists.SaveList(playlist->lstPath(), pathFile());
+    windows.closeAll();
 }
 
 void frmMain::closeEvent(QCloseEvent* event)
@@ -90,20 +113,36 @@ void frmMain::connectPanels()
 
 void frmMain::connectToolBar()
 {
-    addToolBar(toolBar);
-    const auto run = [](QToolButton* button, auto* panel, auto command) {
-        connect(button, &QToolButton::clicked, panel, command);
+    const auto run = [](QToolButton* button, auto* receiver, auto command) {
+        connect(button, &QToolButton::clicked, receiver, command);
     };
     run(toolBar->tlbCmdOpen, playlist, &PlaylistPanel::cmdOpen_Click);
     run(toolBar->tlbCmdClear, playlist, &PlaylistPanel::tlbCmdClear_Click);
-    run(toolBar->tlbCmdClearAll, playlist, &PlaylistPanel::tlbCmdClearAll_Click);
+    run(parked->tlbCmdClearAll, playlist, &PlaylistPanel::tlbCmdClearAll_Click);
     run(toolBar->tlbCmdRewind, transport, &TransportPanel::cmdRewind_Click);
     run(toolBar->tlbCmdPlay, transport, &TransportPanel::cmdPlay_Click);
     run(toolBar->tlbCmdPause, transport, &TransportPanel::cmdPause_Click);
     run(toolBar->tlbCmdStop, transport, &TransportPanel::cmdStop_Click);
     run(toolBar->tlbCmdFForward, transport, &TransportPanel::cmdFForward_Click);
-    run(toolBar->tlbCmdLoopWinBack, position, &PositionPanel::cmdLoopWindowBack_Click);
-    run(toolBar->tlbCmdLoopWinForward, position, &PositionPanel::cmdLoopWindowForward_Click);
+    run(toolBar->tlbCmdLoopWinBack, parked->cmdLoopWindowBack, &QToolButton::click);
+    run(toolBar->tlbCmdLoopWinForward, parked->cmdLoopWindowForward, &QToolButton::click);
+    run(parked->cmdLoopWindowBack, position, &PositionPanel::cmdLoopWindowBack_Click);
+    run(parked->cmdLoopWindowForward, position, &PositionPanel::cmdLoopWindowForward_Click);
+    run(toolBar->tlbCmdHelp, this, [this] { help.open(); });
+
+    run(ui->cmdExpand, this, &frmMain::cmdExpand_Click);
+    run(ui->cmdColapse, this, &frmMain::cmdColapse_Click);
+    run(ui->cmdOrvenda, this, [this] { surroundings.shell.ShellExecute(surroundings.webSite); });
+}
+
+// The entries that are not a press of a button.
+void frmMain::connectMenu()
+{
+    const auto run = [this](const char* key, auto command) {
+        connect(menu->entry(key), &QAction::triggered, this, command);
+    };
+    run("mnuExit", [this] { close(); });
+    run("mnuOnlineSupport", [this] { surroundings.shell.ShellExecute(surroundings.supportPage); });
 }
 
 // The Tab key walks as the eye does, down the left column and then the right one; the toolbar, whose commands the
@@ -111,7 +150,8 @@ void frmMain::connectToolBar()
 void frmMain::orderTabs()
 {
     QWidgetList order;
-    for (QWidget* panel : std::initializer_list<QWidget*>{playlist, position, transport, tempoPitch, toolBar}) {
+    for (QWidget* panel :
+         std::initializer_list<QWidget*>{playlist, position, transport, tempoPitch, ui->status, toolBar}) {
         for (QWidget* next = panel->nextInFocusChain(); panel->isAncestorOf(next);
              next = next->nextInFocusChain()) {
             if (next->focusPolicy() & Qt::TabFocus)
@@ -127,12 +167,36 @@ void frmMain::lstAudio_Click()
     loader->SetSoundTouchAudio();
 }
 
+void frmMain::cmdExpand_Click()
+{
+    if (!ui->cmdColapse->isHidden())
+        return;
+    ui->cmdExpand->hide();
+    ui->cmdColapse->show();
+    setHeight(expandedHeight);
+}
+
+void frmMain::cmdColapse_Click()
+{
+    if (!ui->cmdExpand->isHidden())
+        return;
+    ui->cmdColapse->hide();
+    ui->cmdExpand->show();
+    setHeight(collapsedHeight);
+}
+
+// A small screen gets what it has room for.
+void frmMain::setHeight(int height)
+{
+    resize(width(), std::min(height, screen()->availableGeometry().height()));
+}
+
 QString frmMain::listFile() const
 {
-    return applicationFolder + QStringLiteral("/list.pms");
+    return surroundings.applicationFolder + QStringLiteral("/list.pms");
 }
 
 QString frmMain::pathFile() const
 {
-    return applicationFolder + QStringLiteral("/path.pms");
+    return surroundings.applicationFolder + QStringLiteral("/path.pms");
 }

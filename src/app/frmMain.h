@@ -1,17 +1,20 @@
 #pragma once
 
+#include "app/HelpFile.h"
+#include "app/OpenWindows.h"
+#include "app/Surroundings.h"
 #include "playback/PlaybackState.h"
 #include "support/modList.h"
 
 #include <QMainWindow>
 #include <memory>
 
-class CommonDialog;
 class ConversionStatus;
 class EditorEngine;
-class EngineSet;
+class KeypadAccelerators;
+class MainMenu;
 class MainToolBar;
-class MsgBox;
+class ParkedButtons;
 class PlayerEngine;
 class PlaylistPanel;
 class PositionPanel;
@@ -24,8 +27,8 @@ class frmMain;
 
 /// The program: the window that opens first, owns the player and the editor, and ends the process when it closes.
 ///
-/// It only composes: each panel holds the logic of its concern, and the window connects the panels with each other
-/// and with the toolbar.
+/// It only composes: each panel holds the logic of its concern, and the window connects the panels with each other,
+/// with menu, toolbar and keys, and with the windows that they open.
 ///
 /// The window is made, then Load() runs once while it is still hidden, then it is shown. Closing it writes the
 /// playlist and cannot be undone. No engine is stopped then: the sound ends with the player, and that with the
@@ -35,12 +38,11 @@ class frmMain : public QMainWindow
     Q_OBJECT
 
 public:
-    /// @p applicationFolder holds the playlist files. The engine set and the dialogs outlive the window.
-    frmMain(EngineSet& engines, CommonDialog& CommonDialog1, MsgBox& msgBox, const QString& applicationFolder,
-            QWidget* parent = nullptr);
+    explicit frmMain(const Surroundings& surroundings, QWidget* parent = nullptr);
     ~frmMain() override;
 
-    /// Starts the engines and reads the playlist. A step that fails is given up and the next one runs.
+    /// Starts the engines, reads the playlist and builds the menu. A step that fails is
+    /// given up and the next one runs.
     void Load();
 
 protected:
@@ -50,16 +52,22 @@ private:
     void placePanels();
     void connectPanels();
     void connectToolBar();
+    void connectMenu();
     void orderTabs();
     void lstAudio_Click();
+    void cmdExpand_Click();
+    void cmdColapse_Click();
+    void setHeight(int height);
     void Unload();
 
     QString listFile() const;
     QString pathFile() const;
 
-    const QString applicationFolder;
+    const Surroundings surroundings;
+    const HelpFile help;
     modList lists;
     PlaybackState state;
+    OpenWindows windows;
     bool unloaded = false;
 
     const std::unique_ptr<PlayerEngine> SoundTouch;
@@ -71,6 +79,9 @@ private:
     TransportPanel* const transport;
     PlaylistPanel* const playlist;
     MainToolBar* const toolBar;
+    ParkedButtons* const parked;
+    const std::unique_ptr<KeypadAccelerators> keypad;
+    MainMenu* const menu;
     const std::unique_ptr<TrackLoader> loader;
     std::unique_ptr<ConversionStatus> conversionStatus;
 };

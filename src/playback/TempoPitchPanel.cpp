@@ -56,6 +56,9 @@ TempoPitchPanel::TempoPitchPanel(PlayerEngine& SoundTouch, QWidget* parent)
     connectReset(ui->cmdPitchResetSemi, ui->sldPitchSemi);
     connectReset(ui->cmdPitchResetGrad, ui->sldPitchGrad);
     connect(ui->cmdResetAll, &QToolButton::clicked, this, &TempoPitchPanel::cmdResetAll_Click);
+    connect(ui->cmdBPMCalc, &QToolButton::clicked, this, &TempoPitchPanel::bpmCalculatorWanted);
+    connect(ui->cmdKeyCalc, &QToolButton::clicked, this, &TempoPitchPanel::keyCalculatorWanted);
+    connect(ui->Label2, &ClickLabel::Click, this, &TempoPitchPanel::keyCalculatorWanted);
 }
 
 TempoPitchPanel::~TempoPitchPanel() = default;
@@ -71,6 +74,16 @@ void TempoPitchPanel::resetForTrack()
     ui->sldPitchSemi->setValue(0);
     ui->sldPitchGrad->setValue(0);
     ui->sldSpeed->setValue(0);
+}
+
+Slider& TempoPitchPanel::sldTempo()
+{
+    return *ui->sldTempo;
+}
+
+Slider& TempoPitchPanel::sldPitchSemi()
+{
+    return *ui->sldPitchSemi;
 }
 
 void TempoPitchPanel::sldTempo_Change()

@@ -4,6 +4,7 @@
 #include <memory>
 
 class PlayerEngine;
+class Slider;
 namespace Ui {
 class TempoPitchPanel;
 }
@@ -26,6 +27,15 @@ public:
 
     /// Brings the four sliders back to 0, for a new track.
     void resetForTrack();
+
+    /// For the calculators, which read and put them.
+    Slider& sldTempo();
+    Slider& sldPitchSemi();
+
+signals:
+    /// A button or a caption of the panel that opens a calculator was clicked.
+    void bpmCalculatorWanted();
+    void keyCalculatorWanted();
 
 private:
     void sldTempo_Change();

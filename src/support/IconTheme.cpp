@@ -7,13 +7,15 @@
 
 namespace {
 
+// The program's own themes hold its drawings and inherit all else from Breeze.
+//
 // Icons that exist already look themselves up again only when the search paths are set; a new fallback alone does
 // not make them.
 void chooseFallbackTheme()
 {
     const QPalette palette = QGuiApplication::palette();
     const bool dark = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-    const QString theme = dark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze");
+    const QString theme = dark ? QStringLiteral("larkspin-dark") : QStringLiteral("larkspin");
     if (QIcon::fallbackThemeName() == theme)
         return;
     QIcon::setFallbackThemeName(theme);
@@ -25,6 +27,7 @@ void chooseFallbackTheme()
 IconTheme::IconTheme(QObject* parent)
     : QObject(parent)
 {
+    Q_INIT_RESOURCE(icons);
     chooseFallbackTheme();
     qApp->installEventFilter(this);
 }

@@ -1,5 +1,6 @@
 #include "support/modSpecialFolders.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
 
@@ -20,4 +21,11 @@ QString modSpecialFolders::applicationFolder()
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     QDir().mkpath(folder);
     return folder;
+}
+
+QString modSpecialFolders::helpFolder()
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    return program.exists(QStringLiteral("manual")) ? program.path()
+                                                    : QDir::cleanPath(program.filePath("../share/larkspin"));
 }

@@ -15,4 +15,8 @@ QString recordingsFolder();
 /// Where the playlist files live from run to run, created when it is missing. No separator at its end.
 QString applicationFolder();
 
+/// Where the manual lies: beside the program, or where an installed program keeps its data. No separator at its
+/// end.
+QString helpFolder();
+
 }  // namespace modSpecialFolders

@@ -1,6 +1,8 @@
 #include "app/FakePlayerEngine.h"
 #include "app/frmMain.h"
+#include "support/DesktopShell.h"
 #include "support/IconTheme.h"
+#include "support/SettingsStore.h"
 #include "support/controls/ListBox.h"
 #include "support/controls/Slider.h"
 #include "support/dialogs/QtCommonDialog.h"
@@ -10,6 +12,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPalette>
+#include <QSettings>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
@@ -58,7 +61,10 @@ int main(int argc, char** argv)
     const QTemporaryDir folder;
     QTemporaryFile sound;
     sound.open();
-    frmMain window(engines, dialog, msgBox, folder.path());
+    QSettings store(folder.filePath("settings.conf"), QSettings::IniFormat);
+    SettingsStore settings(store);
+    DesktopShell shell;
+    frmMain window({engines, dialog, msgBox, settings, shell, folder.path(), folder.path(), {}, {}});
     if (!wishes.contains("empty")) {
         const QStringList labels{"Autumn Leaves (MP3 file)", "Blue Bossa - backing track. (FLAC file)",
                                  "Czardas (Wav file)", "Etude No. 3 (Ogg Vorbis file)", "Lesson 12 (ALAC file)"};

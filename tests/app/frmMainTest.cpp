@@ -1,118 +1,15 @@
-#include "app/frmMain.h"
+#include "app/MainWindowTest.h"
+#include "support/IconTheme.h"
 
-#include "engines/MockEditorEngine.h"
-#include "engines/MockEngineSet.h"
-#include "engines/MockPlayerEngine.h"
-#include "playback/PanelTest.h"
-#include "support/controls/ListBox.h"
-
-#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 using ::testing::_;
 using ::testing::InSequence;
-using ::testing::Invoke;
 using ::testing::Return;
-using ::testing::ReturnRef;
-using ::testing::StrictMock;
 
 namespace {
-
-class MainWindow : public ::testing::Test
-{
-protected:
-    QTemporaryDir folder;
-    StrictMock<MockMsgBox> msgBox;
-    StrictMock<MockCommonDialog> dialog;
-    StrictMock<MockEngineSet> engines;
-    StrictMock<MockVuMeter> meter;
-    StrictMock<MockPlayerEngine>* player = nullptr;
-    StrictMock<MockEditorEngine>* editor = nullptr;
-    std::unique_ptr<frmMain> window;
-
-    enum class EditorIs
-    {
-        There,
-        Missing,
-    };
-
-    void make(EditorIs editorIs = EditorIs::There)
-    {
-        auto ownedPlayer = std::make_unique<StrictMock<MockPlayerEngine>>();
-        player = ownedPlayer.get();
-        EXPECT_CALL(engines, createPlayer).WillOnce(Return(::testing::ByMove(std::move(ownedPlayer))));
-        std::unique_ptr<StrictMock<MockEditorEngine>> ownedEditor;
-        if (editorIs == EditorIs::There)
-            ownedEditor = std::make_unique<StrictMock<MockEditorEngine>>();
-        editor = ownedEditor.get();
-        EXPECT_CALL(engines, createEditor).WillOnce(Return(::testing::ByMove(std::move(ownedEditor))));
-        EXPECT_CALL(*player, VuMeter).WillRepeatedly(ReturnRef(meter));
-        window = std::make_unique<frmMain>(engines, dialog, msgBox, folder.path());
-    }
-
-    void expectEngineStart()
-    {
-        const auto handle = static_cast<int>(window->winId());
-        EXPECT_CALL(*player, InitPlayers(1, handle, 0, 0, 0, 0));
-        EXPECT_CALL(meter, SetVuMeterMode(0, 0));
-        EXPECT_CALL(meter, EnableVuMeter(0, 1));
-        if (editor)
-            EXPECT_CALL(*editor, InitEditor(handle));
-    }
-
-    void load()
-    {
-        {
-            const InSequence order;
-            expectEngineStart();
-        }
-        window->Load();
-    }
-
-    void writeLists(const QByteArray& labels, const QByteArray& paths) const
-    {
-        write("list.pms", labels);
-        write("path.pms", paths);
-    }
-
-    void write(const QString& name, const QByteArray& content) const
-    {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    QByteArray read(const QString& name) const
-    {
-        QFile file(folder.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
-    }
-
-    /// A window with one real file in its playlist.
-    void makeWithAFile()
-    {
-        write("song.wav", "");
-        writeLists("song (Wav file)\r\n", folder.filePath("song.wav").toUtf8() + "\r\n");
-        make();
-        load();
-    }
-
-    void pickTheFile()
-    {
-        EXPECT_CALL(*player, LoadSound(0, folder.filePath("song.wav"))).WillOnce(Return(0));
-        EXPECT_CALL(*player, GetDuration(0)).WillOnce(Return(60000));
-        EXPECT_CALL(*player, GetPosition(0)).WillOnce(Return(0));
-        list().setListIndex(0);
-    }
-
-    ListBox& list() const { return control<ListBox>(*window, "lstAudio"); }
-    ListBox& paths() const { return control<ListBox>(*window, "lstPath"); }
-    void trigger(const char* action) const { window->findChild<QAction*>(action)->trigger(); }
-};
 
 TEST_F(MainWindow, IsTitledAndCollapsedAtFirst)
 {
@@ -121,6 +18,47 @@ TEST_F(MainWindow, IsTitledAndCollapsedAtFirst)
     EXPECT_EQ(window->height(), 534);
     EXPECT_EQ(textOf(*window, "lblOutputMode"), "Output mode : Sound preview");
     EXPECT_EQ(textOf(*window, "lblWavExportStatus"), "");
+}
+
+TEST_F(MainWindow, ShowsItsExpandButtonOnceItIsLoaded)
+{
+    writeLists("", "");
+    make();
+    EXPECT_TRUE(control<QToolButton>(*window, "cmdExpand").isHidden());
+    load();
+    EXPECT_FALSE(control<QToolButton>(*window, "cmdExpand").isHidden());
+    EXPECT_TRUE(control<QToolButton>(*window, "cmdColapse").isHidden());
+}
+
+TEST_F(MainWindow, ExpandsAndCollapsesWithOneOfTheTwoButtonsShown)
+{
+    writeLists("", "");
+    make();
+    load();
+    window->show();
+    click(*window, "cmdExpand");
+    EXPECT_EQ(window->height(), 692);
+    EXPECT_FALSE(control<QToolButton>(*window, "cmdExpand").isVisible());
+    EXPECT_TRUE(control<QToolButton>(*window, "cmdColapse").isVisible());
+    click(*window, "cmdColapse");
+    EXPECT_EQ(window->height(), 534);
+    EXPECT_TRUE(control<QToolButton>(*window, "cmdExpand").isVisible());
+    EXPECT_FALSE(control<QToolButton>(*window, "cmdColapse").isVisible());
+}
+
+TEST_F(MainWindow, ChangesNothingWhereItIsExpandedOrCollapsedAlready)
+{
+    writeLists("", "");
+    make();
+    load();
+    click(*window, "cmdExpand");
+    window->resize(1000, 650);
+    click(*window, "cmdExpand");
+    EXPECT_EQ(window->height(), 650);
+    click(*window, "cmdColapse");
+    window->resize(1000, 600);
+    click(*window, "cmdColapse");
+    EXPECT_EQ(window->height(), 600);
 }
 
 TEST_F(MainWindow, AsksNothingOfTheEnginesBeforeItIsLoaded)
@@ -363,11 +301,11 @@ struct ToolTipRow
     const char* toolTip;
 };
 
-class EachToolbarButton : public MainWindow, public ::testing::WithParamInterface<ToolTipRow>
+class EachButtonOfTheWindow : public MainWindow, public ::testing::WithParamInterface<ToolTipRow>
 {
 };
 
-TEST_P(EachToolbarButton, HasItsToolTipAndANameForScreenReaders)
+TEST_P(EachButtonOfTheWindow, HasItsToolTipAndANameForScreenReaders)
 {
     make();
     const auto& button = control<QToolButton>(*window, GetParam().button);
@@ -376,17 +314,23 @@ TEST_P(EachToolbarButton, HasItsToolTipAndANameForScreenReaders)
     EXPECT_TRUE(button.isEnabled());
 }
 
-INSTANTIATE_TEST_SUITE_P(Buttons, EachToolbarButton,
-                         ::testing::Values(ToolTipRow{"tlbCmdOpen", "Open audio file"},
-                                           ToolTipRow{"tlbCmdClear", "Remove selected item"},
-                                           ToolTipRow{"tlbCmdClearAll", ""},
-                                           ToolTipRow{"tlbCmdRewind", "5 seconds back"},
-                                           ToolTipRow{"tlbCmdFForward", "5 seconds forward"},
-                                           ToolTipRow{"tlbCmdPlay", ""}, ToolTipRow{"tlbCmdPlayLoop", "Play loop"},
-                                           ToolTipRow{"tlbCmdPause", "Pause"}, ToolTipRow{"tlbCmdStop", ""},
-                                           ToolTipRow{"tlbCmdLoopWinBack", "loop window 1 second back"},
-                                           ToolTipRow{"tlbCmdLoopWinForward", "loop window 1 second forward"}),
-                         [](const auto& info) { return std::string(info.param.button); });
+INSTANTIATE_TEST_SUITE_P(
+    Buttons, EachButtonOfTheWindow,
+    ::testing::Values(
+        ToolTipRow{"tlbCmdOpen", "Open audio file"}, ToolTipRow{"tlbCmdClear", "Remove selected item"},
+        ToolTipRow{"tlbCmdSaveAs", "Save modified audio"}, ToolTipRow{"tlbCmdRewind", "5 seconds back"},
+        ToolTipRow{"tlbCmdFForward", "5 seconds forward"}, ToolTipRow{"tlbCmdPlay", ""},
+        ToolTipRow{"tlbCmdPlayLoop", "Play loop"}, ToolTipRow{"tlbCmdPause", "Pause"}, ToolTipRow{"tlbCmdStop", ""},
+        ToolTipRow{"tlbCmdLoopWinBack", "loop window 1 second back"},
+        ToolTipRow{"tlbCmdLoopWinForward", "loop window 1 second forward"},
+        ToolTipRow{"tlbCmdRecord", "Start recording modified audio"},
+        ToolTipRow{"tlbCmdMP3", "Encode recording to MP3"},
+        ToolTipRow{"tlbCmdBPMCalc", "Beats per minute calculator"},
+        ToolTipRow{"tlbCmdKeyCalc", "Transpose calculator"}, ToolTipRow{"tlbCmdCDBurn", "Burn Audio CD"},
+        ToolTipRow{"tlbCmdVocalRemover", "Remove vocals"}, ToolTipRow{"tlbCmdHelp", ""},
+        ToolTipRow{"cmdOrvenda", "Visit Orvenda web site"}, ToolTipRow{"cmdExpand", "Expand sound options"},
+        ToolTipRow{"cmdColapse", "Colapse sound options"}),
+    [](const auto& info) { return std::string(info.param.button); });
 
 /// Every control that the user can reach, so that a screen reader says what it is.
 TEST_F(MainWindow, NamesAllItsControlsForScreenReaders)
@@ -407,12 +351,12 @@ TEST_F(MainWindow, NamesAllItsControlsForScreenReaders)
 
 TEST_F(MainWindow, GivesEachOfItsButtonsAPicture)
 {
+    const IconTheme icons;
     make();
     for (const QToolButton* button : window->findChildren<QToolButton*>()) {
         if (button->objectName().startsWith("qt_"))
             continue;
-        EXPECT_FALSE(button->icon().name().isEmpty() && button->icon().isNull())
-            << qPrintable(button->objectName());
+        EXPECT_FALSE(button->icon().isNull()) << qPrintable(button->objectName());
     }
 }
 
@@ -434,9 +378,12 @@ TEST_F(MainWindow, IsWalkedByTheTabKeyAsTheEyeGoes)
         "cmdTempo10Down cmdTempo1Down sldTempo cmdTempo1Up cmdTempo10Up cmdTempoReset cmdPitch12DownSemi "
         "cmdPitch1DownSemi sldPitchSemi cmdPitch1UpSemi cmdPitch12UpSemi cmdPitchResetSemi cmdPitch10DownGrad "
         "cmdPitch1DownGrad sldPitchGrad cmdPitch1UpGrad cmdPitch10UpGrad cmdPitchResetGrad cmdRate10Down "
-        "cmdRate1Down sldSpeed cmdRate1Up cmdRate10Up cmdRateReset chkApplySettings cmdResetAll tlbCmdOpen "
-        "tlbCmdClear tlbCmdClearAll tlbCmdRewind tlbCmdPlay tlbCmdPlayLoop tlbCmdPause tlbCmdStop "
-        "tlbCmdFForward tlbCmdLoopWinBack tlbCmdLoopWinForward");
+        "cmdRate1Down sldSpeed cmdRate1Up cmdRate10Up cmdRateReset chkApplySettings cmdBPMCalc cmdKeyCalc "
+        "cmdResetAll "
+        "cmdOrvenda tlbCmdOpen "
+        "tlbCmdSaveAs tlbCmdClear tlbCmdRewind tlbCmdPlay tlbCmdPlayLoop tlbCmdPause tlbCmdStop "
+        "tlbCmdFForward tlbCmdLoopWinBack tlbCmdLoopWinForward tlbCmdRecord tlbCmdMP3 tlbCmdCDBurn tlbCmdBPMCalc "
+        "tlbCmdKeyCalc tlbCmdVocalRemover tlbCmdHelp");
 }
 
 TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)

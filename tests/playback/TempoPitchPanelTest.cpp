@@ -3,6 +3,8 @@
 #include "playback/PanelTest.h"
 
 #include <QCheckBox>
+#include <QSignalSpy>
+#include <QTest>
 
 using ::testing::InSequence;
 using ::testing::StrictMock;
@@ -335,6 +337,22 @@ TEST_F(TempoPitch, TellsItsResetToolTips)
     for (const char* button : {"cmdTempoReset", "cmdRateReset", "cmdPitchResetSemi", "cmdPitchResetGrad"})
         EXPECT_EQ(control<QToolButton>(panel, button).toolTip(), "Reset") << button;
     EXPECT_EQ(control<QToolButton>(panel, "cmdResetAll").toolTip(), "Reset all");
+}
+
+TEST_F(TempoPitch, AsksForTheCalculatorsByButtonAndCaption)
+{
+    const QSignalSpy bpm(&panel, &TempoPitchPanel::bpmCalculatorWanted);
+    const QSignalSpy key(&panel, &TempoPitchPanel::keyCalculatorWanted);
+    EXPECT_EQ(control<QToolButton>(panel, "cmdBPMCalc").toolTip(), "Beats per minute calculator");
+    EXPECT_EQ(control<QToolButton>(panel, "cmdKeyCalc").toolTip(), "Transpose calculator");
+    click(panel, "cmdBPMCalc");
+    EXPECT_EQ(bpm.size(), 1);
+    EXPECT_EQ(key.size(), 0);
+    click(panel, "cmdKeyCalc");
+    EXPECT_EQ(key.size(), 1);
+    QTest::mouseClick(&control<QLabel>(panel, "Label2"), Qt::LeftButton);
+    EXPECT_EQ(key.size(), 2);
+    EXPECT_EQ(bpm.size(), 1);
 }
 
 TEST_F(TempoPitch, AppliesToAllTracksWhenTheBoxIsChecked)

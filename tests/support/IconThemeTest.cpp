@@ -62,4 +62,20 @@ TEST_F(Icons, FollowThePaletteWhileTheProgramRuns)
     EXPECT_LT(lightness(icon), 100);
 }
 
+TEST_F(Icons, OfTheProgramsOwnDrawingFollowThePaletteToo)
+{
+    QApplication::setPalette(light);
+    const IconTheme icons;
+    for (const char* name :
+         {"larkspin-metronome", "larkspin-transpose", "larkspin-vocal-remover", "larkspin-encode"}) {
+        SCOPED_TRACE(name);
+        const QIcon icon = QIcon::fromTheme(name);
+        QApplication::setPalette(light);
+        EXPECT_GE(lightness(icon), 0);
+        EXPECT_LT(lightness(icon), 130);
+        QApplication::setPalette(dark);
+        EXPECT_GT(lightness(icon), 180);
+    }
+}
+
 }  // namespace

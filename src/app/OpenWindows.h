@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+
+/// The windows that stand open beside the main window, in the order of their opening.
+///
+/// A window lives from its opening to its closing: opened again it starts afresh.
+class OpenWindows
+{
+public:
+    /// Opens a window that does not block the main one and is made by @p make. One that stands open already comes
+    /// to the front instead.
+    template <typename Window, typename Make>
+    void show(Make make)
+    {
+        if (QWidget* window = visibleOne(Window::staticMetaObject))
+            bringToFront(*window);
+        else
+            open(make());
+    }
+
+    /// Opens a window that blocks the main one; returns when it is closed.
+    void exec(QDialog& window);
+
+    /// Closes them all, from the last to the first.
+    void closeAll();
+
+private:
+    QWidget* visibleOne(const QMetaObject& kind) const;
+    void open(QWidget* window);
+    static void bringToFront(QWidget& window);
+
+    QList<QPointer<QWidget>> windows;
+};

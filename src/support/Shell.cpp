@@ -1,0 +1,3 @@
+#include "support/Shell.h"
+
+Shell::~Shell() = default;
