@@ -40,10 +40,10 @@ as_root() {
 install_missing() {
     local package missing=()
     for package in "$@"; do
-        case "$(dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null)" in
-            *installed*) ;;
-            *) missing+=("$package") ;;
-        esac
+        # A package that others know of, and that is not there, has a status too.
+        if ! dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed; then
+            missing+=("$package")
+        fi
     done
     if [ ${#missing[@]} -eq 0 ]; then
         return
