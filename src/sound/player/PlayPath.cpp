@@ -20,7 +20,8 @@ void PlayPath::start(const SampleSource& source, const PlayWindow& window, Frame
                      const Changes& changes)
 {
     current = changes;
-    windowReader.open(source, window, first);
+    windowReader.open(source, window, first,
+                      changes.stretches() ? WindowReader::stretchedSeam : WindowReader::plainSeam);
 
     // What a resampler needs before the first frame lies so much further back in the sound.
     begin = first;

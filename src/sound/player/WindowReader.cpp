@@ -6,23 +6,17 @@
 #include <algorithm>
 
 namespace sound {
-namespace {
 
-using namespace std::chrono_literals;
-
-constexpr auto seamTime = 10ms;
-
-}  // namespace
-
-void WindowReader::prepare(SampleRate rate, int channelCount)
+void WindowReader::prepare(SampleRate newRate, int channelCount)
 {
+    rate = newRate;
     channels = channelCount;
-    longestSeam = framesIn(seamTime, rate);
     // Two stretches of a seam, when their similarity is taken.
-    leadUp.assign(static_cast<size_t>(longestSeam.value * channels * 2), 0.0F);
+    leadUp.assign(static_cast<size_t>(framesIn(stretchedSeam, rate).value * channels * 2), 0.0F);
 }
 
-void WindowReader::open(const SampleSource& newSource, const PlayWindow& window, FramePosition newRunning)
+void WindowReader::open(const SampleSource& newSource, const PlayWindow& window, FramePosition newRunning,
+                        std::chrono::milliseconds seamTime)
 {
     source = &newSource;
     playWindow = window;
@@ -31,7 +25,7 @@ void WindowReader::open(const SampleSource& newSource, const PlayWindow& window,
     if (!window.repeats)
         return;
 
-    seam = {std::min(longestSeam.value, window.length().value / 2)};
+    seam = {std::min(framesIn(seamTime, rate).value, window.length().value / 2)};
     const std::int64_t samples = seam.value * channels;
     float* before = leadUp.data();
     float* last = leadUp.data() + samples;

@@ -191,4 +191,15 @@ TEST(WindowReaderSeamTest, ACutThroughASineMakesNoStepMuchLargerThanTheSines)
     }
 }
 
+TEST_F(WindowReaderTest, TheSeamOfAStretchedLoopIsLongerAndStillEndsAtTheBegin)
+{
+    constexpr std::int64_t stretchedSeam = 1323;  // 30 ms
+    reader.open(sound, {{10'000}, {20'000}, true}, {10'000}, WindowReader::stretchedSeam);
+    const auto pass = read(10'000);
+    expectSame(std::span(pass).first(2 * (10'000 - stretchedSeam)), own(10'000, 10'000 - stretchedSeam), 2, rate);
+    EXPECT_TRUE(reader.inSeam({20'000 - stretchedSeam}));
+    EXPECT_FALSE(reader.inSeam({20'000 - stretchedSeam - 1}));
+    expectSame(read(100), own(10'000, 100), 2, rate);
+}
+
 }  // namespace
