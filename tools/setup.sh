@@ -11,6 +11,7 @@ build_packages=(
     librubberband-dev libsoxr-dev libpulse-dev
     libcdio-dev libcdio-cdda-dev libcdio-paranoia-dev
     libgtest-dev libgmock-dev libbenchmark-dev
+    fp-utils
 )
 
 # To see it.

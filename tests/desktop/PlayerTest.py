@@ -30,6 +30,7 @@ class PlayerTest(unittest.TestCase):
         self.results = os.path.join(KEPT, self.id().split(".")[-1])
         os.makedirs(self.results, exist_ok=True)
         self.stage.new_home()
+        self.stage.choose(Show_Tips_at_Startup=0)
         self.player = Player(self.stage, os.path.join(BUILD, "larkspin"))
         self.addCleanup(self.player.end)
         self.addCleanup(self.keep_screenshot)  # runs before the end of the player

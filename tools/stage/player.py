@@ -141,17 +141,43 @@ class Player:
         box = self.find(name, "list")
         return [box.get_child_at_index(index).get_name() for index in range(box.get_child_count())]
 
+    def selected(self, name="Playlist"):
+        """The index of the selected item in a list, -1 for none."""
+        box = self.find(name, "list")
+        for index in range(box.get_child_count()):
+            if box.get_child_at_index(index).get_state_set().contains(self._accessibility.StateType.SELECTED):
+                return index
+        return -1
+
+    def focus(self, name, role=None):
+        """Gives a control the keys, as a screen reader does."""
+        item = self.find(name, role)
+        item.grab_focus()
+        wait_until(lambda: item.get_state_set().contains(self._accessibility.StateType.FOCUSED), f"“{name}” to have the focus")
+
     # What a user does with it
 
     def add(self, path):
         """Adds a file to the playlist through the Open dialog."""
         before = len(self.items())
         self.click("Open audio file", "push button")
-        dialog = wait_until(lambda: self._windows("^Open audio"), "the Open dialog")
-        self._xdotool("windowactivate", "--sync", dialog[0])
+        self.answer_file_dialog("^Open audio", path)
+        wait_until(lambda: len(self.items()) == before + 1, "the new item in the list")
+
+    def answer_file_dialog(self, title, path):
+        self.wait_for_window(title)
         self.type(path)
         self.press("Return")
-        wait_until(lambda: len(self.items()) == before + 1, "the new item in the list")
+        wait_until(lambda: not self._windows(title), "the file dialog to go")
+        self.activate()
+
+    def wait_for_window(self, title):
+        """Returns when a window of this title is there and has the keys."""
+        windows = wait_until(lambda: self._windows(title), f"a window “{title}”")
+        self._xdotool("windowactivate", "--sync", windows[0])
+
+    def wait_for_no_window(self, title):
+        wait_until(lambda: not self._windows(title), f"the window “{title}” to go")
 
     def pick(self, label):
         """Clicks an item of the playlist, which loads it."""

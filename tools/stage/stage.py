@@ -37,6 +37,26 @@ class Stage:
         """From now on programs find the folders of a user who has never started them."""
         self.environment["HOME"] = tempfile.mkdtemp(prefix="home-", dir=self.folder)
 
+    def choose(self, **settings):
+        """Writes what the user of this home has chosen in the program earlier."""
+        folder = os.path.join(self.environment["HOME"], ".config", "Larkspin")
+        os.makedirs(folder, exist_ok=True)
+        with open(os.path.join(folder, "Larkspin.conf"), "w") as file:
+            file.write("[Options]\n")
+            for key, value in settings.items():
+                file.write(f"{key.replace('_', '%20')}={value}\n")
+
+    def stand_in(self, name, script):
+        """Puts a program of this name before the machine's own."""
+        folder = os.path.join(self.folder, "bin")
+        os.makedirs(folder, exist_ok=True)
+        path = os.path.join(folder, name)
+        with open(path, "w") as file:
+            file.write("#!/bin/sh\n" + script + "\n")
+        os.chmod(path, 0o755)
+        if not self.environment["PATH"].startswith(folder):
+            self.environment["PATH"] = folder + ":" + self.environment["PATH"]
+
     def __enter__(self):
         try:
             self._start_display()
