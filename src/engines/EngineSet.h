@@ -3,6 +3,7 @@
 #include <memory>
 
 class EditorEngine;
+class OutputMixer;
 class PlayerEngine;
 
 /// Makes the engines that windows ask for. Each window owns what it asked for: engines end with their windows.
@@ -15,4 +16,6 @@ public:
 
     /// Null where this build has no editor: what needs one is then not offered.
     virtual std::unique_ptr<EditorEngine> createEditor() = 0;
+
+    virtual std::unique_ptr<OutputMixer> createOutputMixer() = 0;
 };

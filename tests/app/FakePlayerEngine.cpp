@@ -89,3 +89,8 @@ std::unique_ptr<EditorEngine> FakeEngineSet::createEditor()
 {
     return nullptr;
 }
+
+std::unique_ptr<OutputMixer> FakeEngineSet::createOutputMixer()
+{
+    return std::make_unique<FakeOutputMixer>();
+}

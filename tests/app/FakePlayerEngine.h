@@ -2,6 +2,7 @@
 
 #include "engines/EditorEngine.h"
 #include "engines/EngineSet.h"
+#include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
 
 #include <QElapsedTimer>
@@ -58,9 +59,19 @@ private:
     QElapsedTimer sinceStart;
 };
 
+/// Speakers at full volume.
+class FakeOutputMixer : public OutputMixer
+{
+public:
+    int mixerOpen() override { return 0; }
+    bool mixerGetLineControls() override { return true; }
+    int mixerGetControlDetails() override { return 65535; }
+};
+
 class FakeEngineSet : public EngineSet
 {
 public:
     std::unique_ptr<PlayerEngine> createPlayer() override;
     std::unique_ptr<EditorEngine> createEditor() override;
+    std::unique_ptr<OutputMixer> createOutputMixer() override;
 };

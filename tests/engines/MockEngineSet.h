@@ -2,6 +2,7 @@
 
 #include "engines/EditorEngine.h"
 #include "engines/EngineSet.h"
+#include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
 
 #include <gmock/gmock.h>
@@ -11,4 +12,5 @@ class MockEngineSet : public EngineSet
 public:
     MOCK_METHOD(std::unique_ptr<PlayerEngine>, createPlayer, (), (override));
     MOCK_METHOD(std::unique_ptr<EditorEngine>, createEditor, (), (override));
+    MOCK_METHOD(std::unique_ptr<OutputMixer>, createOutputMixer, (), (override));
 };

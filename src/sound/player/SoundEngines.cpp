@@ -1,6 +1,7 @@
 #include "sound/player/SoundEngines.h"
 
 #include "engines/EditorEngine.h"
+#include "sound/device/PulseMixer.h"
 #include "sound/device/SystemOutput.h"
 #include "sound/player/SoundPlayerEngine.h"
 
@@ -16,6 +17,8 @@ public:
     }
 
     std::unique_ptr<EditorEngine> createEditor() override { return nullptr; }
+
+    std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
 };
 
 }  // namespace

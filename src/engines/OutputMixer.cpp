@@ -1,0 +1,3 @@
+#include "engines/OutputMixer.h"
+
+OutputMixer::~OutputMixer() = default;
