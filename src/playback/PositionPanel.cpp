@@ -118,6 +118,11 @@ int PositionPanel::loopEnd() const
     return milliseconds(*ui->sldEndLoop);
 }
 
+QString PositionPanel::timeText() const
+{
+    return ui->lblTime->text();
+}
+
 void PositionPanel::showLoopBegin()
 {
     ui->sldAudioPosition->setValue(ui->sldBeginLoop->value());

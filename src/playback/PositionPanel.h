@@ -39,6 +39,9 @@ public:
     int loopBegin() const;
     int loopEnd() const;
 
+    /// What the time read-out shows: lblTime.
+    QString timeText() const;
+
     /// Moves the position slider, and not the sound, to the begin of the loop window.
     void showLoopBegin();
 
