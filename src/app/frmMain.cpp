@@ -6,10 +6,15 @@
 #include "app/ParkedButtons.h"
 #include "engines/EditorEngine.h"
 #include "engines/EngineSet.h"
+#include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
 #include "playback/ConversionStatus.h"
+#include "playback/LevelPanel.h"
+#include "playback/MarksPanel.h"
+#include "playback/MetersPanel.h"
 #include "playback/PlaylistPanel.h"
 #include "playback/PositionPanel.h"
+#include "playback/ReadMasterVolume.h"
 #include "playback/TempoPitchPanel.h"
 #include "playback/TrackLoader.h"
 #include "playback/TransportPanel.h"
@@ -19,6 +24,7 @@
 
 #include <QCloseEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QToolButton>
 
 namespace {
@@ -41,6 +47,9 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     , tempoPitch(new TempoPitchPanel(*SoundTouch, this))
     , transport(new TransportPanel(*SoundTouch, state, *position, this))
     , playlist(new PlaylistPanel(*SoundTouch, state, *position, surroundings.dialog, this))
+    , marks(new MarksPanel(*SoundTouch, *position, surroundings.msgBox, this))
+    , level(new LevelPanel(*SoundTouch, this))
+    , meters(new MetersPanel(*SoundTouch, this))
     , toolBar(new MainToolBar(this))
     , parked(new ParkedButtons(this))
     , keypad(std::make_unique<KeypadAccelerators>(*this))
@@ -55,6 +64,7 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     placePanels();
     connectPanels();
     connectToolBar();
+    connectMarkKeys();
     orderTabs();
 }
 
@@ -64,14 +74,16 @@ void frmMain::Load()
 {
     const auto owner = static_cast<int>(winId());
     SoundTouch->InitPlayers(1, owner, 0, 0, 0, 0);
-    SoundTouch->VuMeter().SetVuMeterMode(0, 0);
-    SoundTouch->VuMeter().EnableVuMeter(0, 1);
+    meters->startMeters();
     if (Editor)
         Editor->InitEditor(owner);
     lists.LoadList(playlist->lstAudio(), listFile());
     lists.LoadList(playlist->lstPath(), pathFile());
     menu->BuildMenu(*this);
     connectMenu();
+    const std::unique_ptr<OutputMixer> mixer = surroundings.engines.createOutputMixer();
+    ReadMasterVolume(*mixer, level->sldVolume(), surroundings.msgBox);
+    level->FadingVisible();
     ui->cmdExpand->show();
 }
 
@@ -93,11 +105,14 @@ void frmMain::closeEvent(QCloseEvent* event)
 
 void frmMain::placePanels()
 {
-    ui->leftColumnRows->addWidget(playlist, 1);
+    ui->leftColumnRows->addWidget(playlist, 3);
+    ui->leftColumnRows->addWidget(marks, 2);
 
+    position->placeBesideTime(meters);
     ui->rightColumnRows->addWidget(position, 3);
     ui->rightColumnRows->addWidget(transport, 1);
     ui->rightColumnRows->addWidget(tempoPitch, 3);
+    ui->rightColumnRows->addWidget(level);
 
     ui->columns->setStretchFactor(0, 3);
     ui->columns->setStretchFactor(1, 7);
@@ -145,13 +160,26 @@ void frmMain::connectMenu()
     run("mnuOnlineSupport", [this] { surroundings.shell.ShellExecute(surroundings.supportPage); });
 }
 
+void frmMain::connectMarkKeys()
+{
+    const auto run = [this](Qt::Key key, auto command) {
+        auto* shortcut = new QShortcut(key, this);
+        shortcut->setAutoRepeat(false);  // one mark for one press
+        connect(shortcut, &QShortcut::activated, marks, command);
+    };
+    run(Qt::Key_F5, &MarksPanel::cmdAddMark_Click);
+    run(Qt::Key_F6, &MarksPanel::GoToPreviousMark);
+    run(Qt::Key_F7, &MarksPanel::RepeatCurrentMark);
+    run(Qt::Key_F8, &MarksPanel::GoToNextMark);
+}
+
 // The Tab key walks as the eye does, down the left column and then the right one; the toolbar, whose commands the
 // panels repeat, comes last. Inside a panel its form tells the order.
 void frmMain::orderTabs()
 {
     QWidgetList order;
-    for (QWidget* panel :
-         std::initializer_list<QWidget*>{playlist, position, transport, tempoPitch, ui->status, toolBar}) {
+    for (QWidget* panel : std::initializer_list<QWidget*>{playlist, marks, position, transport, tempoPitch, level,
+                                                          ui->status, toolBar}) {
         for (QWidget* next = panel->nextInFocusChain(); panel->isAncestorOf(next);
              next = next->nextInFocusChain()) {
             if (next->focusPolicy() & Qt::TabFocus)
@@ -164,6 +192,7 @@ void frmMain::orderTabs()
 
 void frmMain::lstAudio_Click()
 {
+    marks->cmdClearMark_Click();
     loader->SetSoundTouchAudio();
 }
 

@@ -12,8 +12,11 @@
 class ConversionStatus;
 class EditorEngine;
 class KeypadAccelerators;
+class LevelPanel;
 class MainMenu;
 class MainToolBar;
+class MarksPanel;
+class MetersPanel;
 class ParkedButtons;
 class PlayerEngine;
 class PlaylistPanel;
@@ -53,6 +56,7 @@ private:
     void connectPanels();
     void connectToolBar();
     void connectMenu();
+    void connectMarkKeys();
     void orderTabs();
     void lstAudio_Click();
     void cmdExpand_Click();
@@ -78,6 +82,9 @@ private:
     TempoPitchPanel* const tempoPitch;
     TransportPanel* const transport;
     PlaylistPanel* const playlist;
+    MarksPanel* const marks;
+    LevelPanel* const level;
+    MetersPanel* const meters;
     MainToolBar* const toolBar;
     ParkedButtons* const parked;
     const std::unique_ptr<KeypadAccelerators> keypad;

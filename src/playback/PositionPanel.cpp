@@ -118,6 +118,16 @@ int PositionPanel::loopEnd() const
     return milliseconds(*ui->sldEndLoop);
 }
 
+void PositionPanel::placeBesideTime(QWidget* widget)
+{
+    ui->displayRow->addWidget(widget, 1);
+}
+
+QString PositionPanel::timeText() const
+{
+    return ui->lblTime->text();
+}
+
 void PositionPanel::showLoopBegin()
 {
     ui->sldAudioPosition->setValue(ui->sldBeginLoop->value());

@@ -39,6 +39,12 @@ public:
     int loopBegin() const;
     int loopEnd() const;
 
+    /// Gives @p widget the room beside the time read-out.
+    void placeBesideTime(QWidget* widget);
+
+    /// What the time read-out shows: lblTime.
+    QString timeText() const;
+
     /// Moves the position slider, and not the sound, to the begin of the loop window.
     void showLoopBegin();
 

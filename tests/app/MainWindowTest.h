@@ -4,6 +4,7 @@
 
 #include "engines/MockEditorEngine.h"
 #include "engines/MockEngineSet.h"
+#include "engines/MockOutputMixer.h"
 #include "engines/MockPlayerEngine.h"
 #include "playback/PanelTest.h"
 #include "support/MockShell.h"
@@ -63,11 +64,24 @@ protected:
             EXPECT_CALL(*editor, InitEditor(handle));
     }
 
+    /// A mixer whose speakers stand at half their volume.
+    void expectMixer()
+    {
+        auto mixer = std::make_unique<::testing::StrictMock<MockOutputMixer>>();
+        auto& itsMixer = *mixer;
+        EXPECT_CALL(engines, createOutputMixer).WillOnce(::testing::Return(::testing::ByMove(std::move(mixer))));
+        EXPECT_CALL(itsMixer, mixerOpen).WillOnce(::testing::Return(0));
+        EXPECT_CALL(itsMixer, mixerGetLineControls).WillOnce(::testing::Return(true));
+        EXPECT_CALL(itsMixer, mixerGetControlDetails).WillOnce(::testing::Return(32767));
+        EXPECT_CALL(*player, SetBalance(0, 0));  // a change of the system's volume sends the balance again
+    }
+
     void load()
     {
         {
             const ::testing::InSequence order;
             expectEngineStart();
+            expectMixer();
         }
         window->Load();
     }

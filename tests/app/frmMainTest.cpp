@@ -1,5 +1,6 @@
 #include "app/MainWindowTest.h"
 #include "support/IconTheme.h"
+#include "support/controls/LevelBar.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -74,6 +75,7 @@ TEST_F(MainWindow, StartsPlayerMeterAndEditorBeforeItReadsTheLists)
         expectEngineStart();
         EXPECT_CALL(msgBox, show(QString("No such file or directory"), MsgBox::Look::Exclamation, QString("Error")))
             .WillOnce([this] { write("path.pms", "/music/a.mp3\r\n"); });
+        expectMixer();
     }
     window->Load();
     EXPECT_EQ(list().count(), 0);
@@ -84,6 +86,7 @@ TEST_F(MainWindow, ShowsABoxForEachListFileOnItsFirstRunAndWorks)
 {
     make();
     expectEngineStart();
+    expectMixer();
     EXPECT_CALL(msgBox, show(_, MsgBox::Look::Exclamation, QString("Error"))).Times(2);
     window->Load();
     EXPECT_EQ(list().count(), 0);
@@ -97,6 +100,94 @@ TEST_F(MainWindow, GoesOnWithoutAnEditor)
     make(EditorIs::Missing);
     load();
     EXPECT_EQ(list().count(), 1);
+}
+
+TEST_F(MainWindow, GoesOnWithoutAMixer)
+{
+    writeLists("", "");
+    make();
+    {
+        const InSequence order;
+        expectEngineStart();
+        auto mixer = std::make_unique<::testing::StrictMock<MockOutputMixer>>();
+        auto& itsMixer = *mixer;
+        EXPECT_CALL(engines, createOutputMixer).WillOnce(Return(::testing::ByMove(std::move(mixer))));
+        EXPECT_CALL(itsMixer, mixerOpen).WillOnce(Return(1));
+        EXPECT_CALL(msgBox, show(QString("Couldn't open the mixer please check if a audio mixer is installed then "
+                                         "retry."),
+                                 MsgBox::Look::Plain, QString()));
+    }
+    window->Load();
+    EXPECT_EQ(valueOf(*window, "sldVolume"), 32768);
+    EXPECT_FALSE(control<QToolButton>(*window, "cmdFadeIn").isHidden());
+}
+
+TEST_F(MainWindow, SeedsTheHiddenVolumeFromTheMixerAndShowsTheFades)
+{
+    writeLists("", "");
+    make();
+    EXPECT_TRUE(control<QToolButton>(*window, "cmdFadeIn").isHidden());
+    load();
+    EXPECT_EQ(valueOf(*window, "sldVolume"), 32767);
+    EXPECT_FALSE(control<QToolButton>(*window, "cmdFadeIn").isHidden());
+    window->show();
+    click(*window, "cmdExpand");
+    EXPECT_FALSE(control<Slider>(*window, "sldVolume").isVisible());
+}
+
+TEST_F(MainWindow, ShowsWhatThePlayerMeasures)
+{
+    writeLists("", "");
+    make();
+    load();
+    emit player->VuPeaks(0, 1000, 32767);
+    const QList<LevelBar*> bars = window->findChildren<LevelBar*>();
+    ASSERT_EQ(bars.size(), 2);
+    EXPECT_EQ(bars[0]->value(), 1000);
+    EXPECT_EQ(bars[1]->value(), 32767);
+}
+
+TEST_F(MainWindow, ClearsTheMarksBeforeItLoadsATrack)
+{
+    makeWithAFile();
+    pickTheFile();
+    EXPECT_CALL(*player, GetDuration(0)).WillOnce(Return(60000));
+    control<QWidget>(*window, "lblTime").setProperty("text", "00:10:00");
+    click(*window, "cmdAddMark");
+    auto& list = control<ListBox>(*window, "lstMark");
+    ASSERT_EQ(list.count(), 1);
+    EXPECT_CALL(*player, LoadSound).WillOnce([&list](short, const QString&) {
+        EXPECT_EQ(list.count(), 0);
+        return 1;
+    });
+    EXPECT_CALL(*player, LastError).WillOnce(Return(-6));
+    EXPECT_CALL(msgBox, show(_, MsgBox::Look::Critical, _));
+    this->list().setListIndex(-1);
+    this->list().setListIndex(0);
+    EXPECT_TRUE(list.isHidden());
+}
+
+TEST_F(MainWindow, WorksTheMarksByItsKeys)
+{
+    makeWithAFile();
+    pickTheFile();
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    EXPECT_CALL(*player, GetDuration(0)).WillRepeatedly(Return(60000));
+    for (const char* time : {"00:10:00", "00:20:00", "00:30:00"}) {
+        control<QWidget>(*window, "lblTime").setProperty("text", time);
+        QTest::keyClick(window.get(), Qt::Key_F5);
+    }
+    const InSequence order;
+    EXPECT_CALL(*player, SeekSound(0, 29700));  // back from the first is the last
+    EXPECT_CALL(*player, PlaySound(0));
+    QTest::keyClick(window.get(), Qt::Key_F6);
+    EXPECT_CALL(*player, SeekSound(0, 29700));
+    EXPECT_CALL(*player, PlaySound(0));
+    QTest::keyClick(window.get(), Qt::Key_F7);
+    EXPECT_CALL(*player, SeekSound(0, 9700));
+    EXPECT_CALL(*player, PlaySound(0));
+    QTest::keyClick(window.get(), Qt::Key_F8);
 }
 
 TEST_F(MainWindow, ReadsItsPlaylistAndSelectsAndLoadsNothing)
@@ -373,7 +464,8 @@ TEST_F(MainWindow, IsWalkedByTheTabKeyAsTheEyeGoes)
     } while (QApplication::focusWidget() != &list() && walked.size() < 100);
     EXPECT_EQ(
         walked.join(' ').toStdString(),
-        "lstAudio cmdOpen sldAudioPosition sldBeginLoop txtBeginLoop cmdBeginLoopDown cmdBeginLoopUp sldEndLoop "
+        "lstAudio cmdOpen cmdAddMark sldAudioPosition sldBeginLoop txtBeginLoop cmdBeginLoopDown cmdBeginLoopUp "
+        "sldEndLoop "
         "txtEndLoop cmdEndLoopDown cmdEndLoopUp cmdRewind cmdPlay cmdPlayLoop cmdPause cmdStop cmdFForward "
         "cmdTempo10Down cmdTempo1Down sldTempo cmdTempo1Up cmdTempo10Up cmdTempoReset cmdPitch12DownSemi "
         "cmdPitch1DownSemi sldPitchSemi cmdPitch1UpSemi cmdPitch12UpSemi cmdPitchResetSemi cmdPitch10DownGrad "

@@ -2,6 +2,7 @@
 
 #include "playback/PanelTest.h"
 #include "playback/PlaybackState.h"
+#include "support/controls/ReadOut.h"
 
 #include <QTest>
 
@@ -47,6 +48,13 @@ TEST_F(Position, StartsWithItsDesignValues)
     EXPECT_EQ(textOf(panel, "lblTime"), "00:00:00");
     EXPECT_EQ(control<QTimer>(panel, "tmrPosition").interval(), 30);
     EXPECT_FALSE(timerRuns());
+}
+
+TEST_F(Position, TellsTheTimeThatItShows)
+{
+    EXPECT_EQ(panel.timeText(), "00:00:00");
+    control<ReadOut>(panel, "lblTime").setText("01:02:30");
+    EXPECT_EQ(panel.timeText(), "01:02:30");
 }
 
 TEST_F(Position, IsCaptioned)

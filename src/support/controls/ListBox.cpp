@@ -39,7 +39,11 @@ QString asToolTip(const QString& text)
 class ListBox::Texts : public QAbstractListModel
 {
 public:
-    using QAbstractListModel::QAbstractListModel;
+    explicit Texts(ListBox* list)
+        : QAbstractListModel(list)
+        , list(list)
+    {
+    }
 
     int rowCount(const QModelIndex& parent) const override
     {
@@ -51,7 +55,7 @@ public:
         const QString text = items.value(index.row());
         if (role == Qt::DisplayRole)
             return text;
-        if (role == Qt::ToolTipRole)
+        if (role == Qt::ToolTipRole && list->toolTip().isEmpty())
             return asToolTip(text);
         return {};
     }
@@ -79,6 +83,9 @@ public:
     }
 
     QStringList items;
+
+private:
+    const ListBox* list;
 };
 
 namespace {

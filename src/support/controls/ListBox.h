@@ -11,6 +11,8 @@
 ///
 /// Removing the selected item and emptying the list leave no selection and run nothing. Lists of a million items
 /// are fine: texts are added in bulk and all rows are equally high.
+///
+/// The pointer over an item shows the whole text, where the list has no tool tip of its own.
 class ListBox : public QListView
 {
     Q_OBJECT

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
 #include <QTest>
 #include <QTextDocument>
+#include <QToolTip>
 
 namespace {
 
@@ -72,6 +74,20 @@ TEST_F(ToolTipOfAListBox, BreaksALongTextAtABlankOrElsewhereIfItMust)
               QString(80, u'x') + "\n" + QString(80, u'x') + "\n" + QString(10, u'x'));
     const QString guitar = QString::fromUtf8("\xF0\x9F\x8E\xB8");
     EXPECT_EQ(plainToolTip(QString(79, u'x') + guitar), QString(79, u'x') + "\n" + guitar);
+}
+
+// An item without a tip of its own lets the list's one through.
+TEST_F(ToolTipOfAListBox, IsTheListsOwnWhereItHasOne)
+{
+    const QModelIndex first = list.model()->index(0, 0);
+    EXPECT_NE(first.data(Qt::ToolTipRole).toString(), "");
+    list.setToolTip("What a click does");
+    EXPECT_EQ(first.data(Qt::ToolTipRole).toString(), "");
+    const QPoint place = item(0);
+    QHelpEvent rest(QEvent::ToolTip, place, list.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(list.viewport(), &rest);
+    EXPECT_EQ(QToolTip::text(), "What a click does");
+    QToolTip::hideText();
 }
 
 TEST_F(AListBox, ShowsATextWithLineEndsInOneLine)
