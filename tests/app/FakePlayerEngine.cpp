@@ -2,6 +2,18 @@
 
 #include <algorithm>
 
+// Levels of loud music, for the eye.
+void FakePlayerEngine::EnableVuMeter(short, short enabled)
+{
+    if (enabled == 0)
+        return;
+    connect(&metering, &QTimer::timeout, this, [this] {
+        if (status == Playing)
+            emit VuPeaks(0, 31800, 26000);
+    });
+    metering.start(50);
+}
+
 int FakePlayerEngine::LoadSound(short, const QString&)
 {
     status = Stopped;

@@ -6,6 +6,7 @@
 #include "engines/PlayerEngine.h"
 
 #include <QElapsedTimer>
+#include <QTimer>
 
 /// A player without sound that keeps time like a real one: for looking at the window.
 class FakePlayerEngine : public PlayerEngine, private VuMeterControl
@@ -47,7 +48,7 @@ public:
 
 private:
     void SetVuMeterMode(short, short) override {}
-    void EnableVuMeter(short, short) override {}
+    void EnableVuMeter(short, short enabled) override;
 
     static constexpr int duration = 3 * 60000 + 7500;
 
@@ -57,6 +58,7 @@ private:
     int loopEnd = 0;
     bool looping = false;
     QElapsedTimer sinceStart;
+    QTimer metering;
 };
 
 /// Speakers at full volume.

@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFile>
 #include <QLabel>
 #include <QPalette>
 #include <QSettings>
@@ -41,9 +42,24 @@ void lengthenCaptions(QWidget& window)
         button->setText(button->text().isEmpty() ? QString() : longer(button->text()));
 }
 
+void writeLists(const QTemporaryDir& folder, const QString& sound, int count)
+{
+    const char* const labels[] = {"Autumn Leaves (MP3 file)", "Blue Bossa - backing track. (FLAC file)",
+                                  "Czardas (Wav file)", "Etude No. 3 (Ogg Vorbis file)", "Lesson 12 (ALAC file)"};
+    QFile list(folder.filePath("list.pms"));
+    QFile path(folder.filePath("path.pms"));
+    list.open(QIODevice::WriteOnly);
+    path.open(QIODevice::WriteOnly);
+    for (int i = 0; i < count; ++i) {
+        list.write(QByteArray(labels[i]) + "\r\n");
+        path.write(sound.toUtf8() + "\r\n");
+    }
+}
+
 }  // namespace
 
-// Shows the main window with a player that only keeps time, to look at it: [dark] [long] [empty].
+// Shows the main window with a player that only keeps time, to look at it: [dark]
+// [fusion] [long] [empty] [marks] [expanded].
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -65,11 +81,9 @@ int main(int argc, char** argv)
     SettingsStore settings(store);
     DesktopShell shell;
     frmMain window({engines, dialog, msgBox, settings, shell, folder.path(), folder.path(), {}, {}});
+    writeLists(folder, sound.fileName(), wishes.contains("empty") ? 0 : 5);
+    window.Load();
     if (!wishes.contains("empty")) {
-        const QStringList labels{"Autumn Leaves (MP3 file)", "Blue Bossa - backing track. (FLAC file)",
-                                 "Czardas (Wav file)", "Etude No. 3 (Ogg Vorbis file)", "Lesson 12 (ALAC file)"};
-        window.findChild<ListBox*>("lstAudio")->addItems(labels);
-        window.findChild<ListBox*>("lstPath")->addItems(QStringList(labels.size(), sound.fileName()));
         window.findChild<ListBox*>("lstAudio")->setListIndex(1);
         window.findChild<Slider*>("sldBeginLoop")->setValue(42);
         window.findChild<Slider*>("sldEndLoop")->setValue(101);
@@ -77,6 +91,14 @@ int main(int argc, char** argv)
         window.findChild<Slider*>("sldPitchSemi")->setValue(2);
         window.findChild<QAbstractButton*>("cmdPlayLoop")->click();
     }
+    if (wishes.contains("marks")) {
+        for (const char* time : {"00:12:70", "00:48:15", "01:20:40"}) {
+            window.findChild<QWidget*>("lblTime")->setProperty("text", time);
+            window.findChild<QAbstractButton*>("cmdAddMark")->click();
+        }
+    }
+    if (wishes.contains("expanded"))
+        window.findChild<QAbstractButton*>("cmdExpand")->click();
     if (wishes.contains("long"))
         lengthenCaptions(window);
     window.show();
