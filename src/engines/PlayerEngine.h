@@ -111,7 +111,8 @@ public:
     /// Switches the equalizers of all players on or off.
     virtual void EnableEqualizer(bool enabled) = 0;
 
-    /// @p frequency in hertz, @p bandwidth in semitones between the points of half the gain, @p gain in decibels.
+    /// @p frequency in hertz, @p bandwidth in semitones between the points of half the gain, @p gain in decibels,
+    /// -15 to 15.
     virtual void AddEqualizerBand(short player, float frequency, float bandwidth, float gain) = 0;
 
     /// Sets the gain, in decibels, of the band whose centre is @p frequency.
@@ -154,7 +155,7 @@ signals:
     /// @p success is 0 for failure; the reason is in LastError().
     void ConversionDone(short player, int success);
 
-    /// The bands were changed otherwise than by ChangeEqualizerBand.
+    /// A preset or a file has changed the bands.
     void EqualizerChanged(short player);
 
     /// The player begins to sound, from the beginning or after a pause.

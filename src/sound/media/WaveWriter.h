@@ -2,9 +2,9 @@
 
 #include "engines/EngineError.h"
 #include "sound/media/WaveHead.h"
+#include "sound/media/WholeFile.h"
 #include "sound/units/Frames.h"
 
-#include <QByteArray>
 #include <QString>
 #include <cstdint>
 #include <memory>
@@ -13,11 +13,7 @@
 
 namespace sound {
 
-/// Writes a RIFF WAVE file that is there whole under its name, or not at all.
-///
-/// The file grows under another name in the same folder and takes its own, in place of what bore it, when finish()
-/// has brought all of it to the disc. Whatever ends the writing before that leaves nothing behind and what bore the
-/// name untouched.
+/// Writes a RIFF WAVE file that is there whole under its name, or not at all, as a WholeFile is.
 ///
 /// **Order.** write() any number of times, then finish() once. **Threads.** One at a time.
 class WaveWriter
@@ -27,11 +23,6 @@ public:
     static std::unique_ptr<WaveWriter> create(const QString& path, SampleRate rate, int channels,
                                               WaveSamples samples);
 
-    /// Takes the file away again unless finish() succeeded.
-    ~WaveWriter();
-    WaveWriter(const WaveWriter&) = delete;
-    WaveWriter& operator=(const WaveWriter&) = delete;
-
     /// Adds frames. For 16 bits they are rounded to the nearest step and cut at full scale. False when the disc is
     /// full or fails; the file can then not be finished.
     bool write(std::span<const float> interleaved);
@@ -40,15 +31,12 @@ public:
     EngineError finish();
 
 private:
-    WaveWriter(int file, QByteArray name, QByteArray growingName, SampleRate rate, int channels,
-               WaveSamples samples);
+    WaveWriter(std::unique_ptr<WholeFile> file, SampleRate rate, int channels, WaveSamples samples);
 
     void gather(float sample);
     bool flush();
 
-    int file;
-    QByteArray name;
-    QByteArray growingName;  // empty once the file bears its own name
+    std::unique_ptr<WholeFile> file;
     SampleRate rate;
     int channels;
     WaveSamples samples;

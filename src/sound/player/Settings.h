@@ -23,7 +23,11 @@ double pitchFactor(float semitones);
 /// The band whose centre this is, or null.
 EqualizerBand* findBand(EqualizerBands& bands, float frequency);
 
-/// Adds a band at its place, lowest first; false where there is no room, or one of the same centre.
+/// A gain in decibels as a band may have it: cut to EqualizerBand::greatestGain, and 0 where it is no number.
+float bandGain(float decibels);
+
+/// Adds a band at its place, lowest first, with its gain cut as bandGain() does. False where there is no room, or
+/// one of the same centre, or where its centre or width is none.
 bool addBand(EqualizerBands& bands, const EqualizerBand& band);
 
 }  // namespace sound

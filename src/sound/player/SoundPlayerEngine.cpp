@@ -1,11 +1,14 @@
 #include "sound/player/SoundPlayerEngine.h"
 
 #include "sound/media/DecodedSound.h"
+#include "sound/player/EqualizerFile.h"
+#include "sound/player/EqualizerPresets.h"
 #include "sound/player/Player.h"
 #include "sound/player/RangeExport.h"
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <utility>
 
 namespace sound {
@@ -304,7 +307,7 @@ void SoundPlayerEngine::ChangeEqualizerBand(short player, float frequency, const
 {
     changeSettings(player, [&](Settings& settings) {
         if (EqualizerBand* band = findBand(settings.equalizer, frequency))
-            band->gain = gain;
+            band->gain = bandGain(gain);
         else
             fail(EngineError::EqualizerBandNotAvailable);
     });
@@ -346,20 +349,38 @@ void SoundPlayerEngine::ResetEqualizer(short player)
     });
 }
 
-// The sixteen presets and the file of an equalizer come with its panel.
-void SoundPlayerEngine::LoadEqualizerPreset(short /*player*/, int /*preset*/)
+void SoundPlayerEngine::LoadEqualizerPreset(short player, int preset)
 {
-    fail(EngineError::Unsupported);
+    changeSettings(player, [&](Settings& settings) {
+        if (preset < 0 || preset >= equalizerPresets) {
+            fail(EngineError::ParameterOutOfRange);
+            return;
+        }
+        for (EqualizerBand& band : std::span(settings.equalizer.band).first(settings.equalizer.count))
+            band.gain = presetGain(preset, band.frequency);
+        equalizerChanged(player);
+    });
 }
 
-int SoundPlayerEngine::LoadEqualizerFile(short /*player*/, const QString& /*path*/)
+int SoundPlayerEngine::LoadEqualizerFile(short player, const QString& path)
 {
-    return fail(EngineError::Unsupported);
+    changeSettings(player, [&](Settings& settings) {
+        if (fail(loadEqualizerFile(path, settings.equalizer)) == code(EngineError::None))
+            equalizerChanged(player);
+    });
+    return code(lastError);
 }
 
-int SoundPlayerEngine::SaveEqualizerFile(short /*player*/, const QString& /*path*/)
+int SoundPlayerEngine::SaveEqualizerFile(short player, const QString& path)
 {
-    return fail(EngineError::Unsupported);
+    const Slot* slot = slotOf(player);
+    return slot != nullptr ? fail(saveEqualizerFile(path, slot->player.settings().equalizer)) : code(lastError);
+}
+
+void SoundPlayerEngine::equalizerChanged(short player)
+{
+    QMetaObject::invokeMethod(
+        this, [this, player] { emit EqualizerChanged(player); }, Qt::QueuedConnection);
 }
 
 int SoundPlayerEngine::ExportSoundRange(short player, const QString& path, int begin, const int& end)

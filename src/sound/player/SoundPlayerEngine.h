@@ -71,6 +71,7 @@ private:
     int load(short player, const QString& path, bool report);
     void started(short player, Status before);
     void endedByCommand(short player, Status before);
+    void equalizerChanged(short player);
     template <typename Change>
     void changeSettings(short player, Change change);
 

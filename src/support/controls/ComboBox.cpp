@@ -29,10 +29,12 @@ int ComboBox::listIndex() const
     return currentIndex();
 }
 
+// A put from inside the routine that acts on a pick must not make that pick count as unreported.
 void ComboBox::setListIndex(int index)
 {
+    const bool before = reported;
     QComboBox::setCurrentIndex(index);
-    reported = false;
+    reported = before;
 }
 
 void ComboBox::setCurrentIndex(int index)

@@ -1,8 +1,10 @@
 #include "support/controls/Slider.h"
 
+#include <QFontMetrics>
 #include <QMouseEvent>
 #include <QStyleOptionSlider>
 #include <QStylePainter>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -18,6 +20,20 @@ void Slider::stepOrRefuse(int step)
     const int wanted = value() + step;
     if (wanted >= minimum() && wanted <= maximum())
         setValue(wanted);
+}
+
+QString Slider::valueTip() const
+{
+    return {};
+}
+
+bool Slider::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip && !valueTip().isEmpty()) {
+        showValueTip();
+        return true;
+    }
+    return QSlider::event(event);
 }
 
 // Styles fill the groove from the minimum. What lies between neutral and the handle is cut out of a groove that the
@@ -65,6 +81,7 @@ void Slider::mousePressEvent(QMouseEvent* event)
     if (!onHandle)
         setValue(valueAt(along(point)));
     update();
+    showValueTip();
 }
 
 void Slider::mouseMoveEvent(QMouseEvent* event)
@@ -75,6 +92,7 @@ void Slider::mouseMoveEvent(QMouseEvent* event)
     }
     event->accept();
     setValue(valueAt(along(event->position().toPoint()) - grabOffset));
+    showValueTip();
 }
 
 void Slider::mouseReleaseEvent(QMouseEvent* event)
@@ -86,6 +104,8 @@ void Slider::mouseReleaseEvent(QMouseEvent* event)
     event->accept();
     setSliderDown(false);
     update();
+    if (!valueTip().isEmpty())
+        QToolTip::hideText();
 }
 
 // Touch pads turn the wheel by fractions of a notch: they add up.
@@ -97,8 +117,10 @@ void Slider::wheelEvent(QWheelEvent* event)
     const int notches = wheelRest / notch;
     wheelRest -= notches * notch;
     const bool pages = event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
-    if (notches != 0)
+    if (notches != 0) {
         turnWheel(notches * (pages ? pageStep() : singleStep()));
+        showValueTip();
+    }
     event->accept();
 }
 
@@ -121,6 +143,22 @@ QRect Slider::handleRect() const
     QStyleOptionSlider option;
     initStyleOption(&option);
     return style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
+}
+
+// Tool tips come up below and right of the point that they are asked for: this one is to stand clear above the
+// handle.
+void Slider::showValueTip()
+{
+    const QString tip = valueTip();
+    if (tip.isEmpty())
+        return;
+    constexpr QPoint tipOffset(2, 16);
+    constexpr int gap = 12;
+    const QFontMetrics metrics(QToolTip::font());
+    const QRect handle = handleRect();
+    const QPoint corner(handle.center().x() - metrics.horizontalAdvance(tip) / 2,
+                        handle.top() - metrics.height() - gap);
+    QToolTip::showText(mapToGlobal(corner - tipOffset), tip, this);
 }
 
 int Slider::along(const QPoint& point) const

@@ -12,6 +12,9 @@
 ///
 /// The handle goes to where the left button is pressed and follows it; a notch of the wheel is one single step,
 /// with Ctrl or Shift held one page step. The Tab key reaches it.
+///
+/// A slider that has a value tip shows it over the handle while the handle is dragged, when the wheel is turned,
+/// and when the pointer rests on the slider.
 class Slider : public QSlider
 {
     Q_OBJECT
@@ -22,11 +25,15 @@ public:
     /// Adds @p step to the value, or leaves it alone where the result would pass the minimum or the maximum.
     void stepOrRefuse(int step);
 
+    /// The value as the value tip shows it; empty for a slider without one.
+    virtual QString valueTip() const;
+
 signals:
     /// Sent once, before the put returns, for each put that changed the value; never for a put of the value held.
     void Change();
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -37,11 +44,12 @@ protected:
     /// Moves the value by what the wheel was turned, in units of the value.
     virtual void turnWheel(int units);
 
-    QRect handleRect() const;
-
-private:
     /// Where along the slider the middle of the handle stands for a value.
     int placeOf(int value) const;
+
+private:
+    QRect handleRect() const;
+    void showValueTip();
     int valueAt(int place) const;
     int along(const QPoint& point) const;
 

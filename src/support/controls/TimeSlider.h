@@ -3,8 +3,6 @@
 #include "support/controls/Slider.h"
 
 /// A slider over a sound: its value is whole seconds, and its value tip shows them as a time (7:05, 61:40).
-///
-/// The tip stands over the handle while the handle is dragged and comes up when the pointer rests on the slider.
 class TimeSlider : public Slider
 {
     Q_OBJECT
@@ -12,8 +10,7 @@ class TimeSlider : public Slider
 public:
     explicit TimeSlider(QWidget* parent = nullptr);
 
-    /// The value as the tip shows it.
-    QString valueTip() const;
+    QString valueTip() const override;
 
 signals:
     /// The user takes hold of the slider: the left button goes down, the wheel begins to turn, or a key is about to
@@ -25,13 +22,8 @@ signals:
     void MouseUp();
 
 protected:
-    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void turnWheel(int units) override;
-
-private:
-    void showValueTip();
 };

@@ -1,14 +1,13 @@
 #include "sound/media/WaveWriter.h"
 
+#include "sound/DiscOf.h"
 #include "sound/SoundFiles.h"
 #include "sound/media/DecodedSound.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <QDir>
 #include <QFile>
 #include <cmath>
-#include <csignal>
 #include <limits>
 
 using sound::DecodedSound;
@@ -17,6 +16,7 @@ using sound::SampleRate;
 using sound::waveHead;
 using sound::WaveSamples;
 using sound::WaveWriter;
+using sound::test::DiscOf;
 using sound::test::SoundFiles;
 
 namespace {
@@ -39,28 +39,6 @@ QStringList everythingIn(const QString& folder)
 {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
-
-/// While it lives a file of this process cannot grow beyond a number of bytes, as on a disc that is full.
-class DiscOf
-{
-public:
-    explicit DiscOf(rlim_t bytes)
-        : oldHandler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &old);
-        const rlimit small{bytes, old.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~DiscOf()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &old);
-        std::signal(SIGXFSZ, oldHandler);
-    }
-
-private:
-    rlimit old = {};
-    void (*oldHandler)(int);
-};
 
 TEST(WaveHead, TellsTheSizesOfAShortFileInItsRiffChunks)
 {

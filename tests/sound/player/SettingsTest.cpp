@@ -43,6 +43,26 @@ TEST(SettingsTest, WhatIsNoNumberChangesNothing)
     }
 }
 
+TEST(SettingsTest, AGainIsCutToItsRangeAndWhatIsNoNumberIsNone)
+{
+    EXPECT_EQ(bandGain(7.5F), 7.5F);
+    EXPECT_EQ(bandGain(15.5F), 15);
+    EXPECT_EQ(bandGain(-100), -15);
+    for (const float value : {noNumber, endless, -endless})
+        EXPECT_EQ(bandGain(value), 0);
+}
+
+TEST(SettingsTest, ABandNeedsACentreAndAWidth)
+{
+    EqualizerBands bands;
+    for (const float value : {0.0F, -1.0F, noNumber, endless}) {
+        EXPECT_FALSE(addBand(bands, {value, 12, 0})) << value;
+        EXPECT_FALSE(addBand(bands, {1000, value, 0})) << value;
+    }
+    EXPECT_FALSE(addBand(bands, {1000, 120.1F, 0}));
+    EXPECT_TRUE(addBand(bands, {1000, 120, 0}));
+}
+
 TEST(SettingsTest, BandsStandLowestFirstHoweverTheyAreAdded)
 {
     EqualizerBands bands;

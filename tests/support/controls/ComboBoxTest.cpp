@@ -74,6 +74,17 @@ TEST_F(AComboBox, RunsItsRoutineForAPickOfTheItemThatCodeSelected)
     EXPECT_EQ(clicks.count(), 2);
 }
 
+TEST_F(AComboBox, RunsItsRoutineOnceForAPickWhoseRoutinePutsTheSameIndexAgain)
+{
+    QObject::connect(&box, &ComboBox::Click, [this] { box.setListIndex(box.listIndex()); });
+    pick(1);
+    EXPECT_EQ(clicks.count(), 1);
+    pick(1);
+    EXPECT_EQ(clicks.count(), 2);
+    pick(0);
+    EXPECT_EQ(clicks.count(), 3);
+}
+
 TEST_F(AComboBox, RunsItsRoutineForAPickOfTheItemThatTookTheSelectedOnesPlace)
 {
     box.setListIndex(1);

@@ -10,6 +10,7 @@
 #include <QStyleFactory>
 #include <QTest>
 #include <QToolTip>
+#include <QTransform>
 #include <QWheelEvent>
 #include <memory>
 
@@ -179,18 +180,23 @@ struct Fill
     int right = 0;
 };
 
+Fill fillOf(const QImage& image)
+{
+    Fill fill;
+    const int y = image.height() / 2;
+    for (int x = 0; x < image.width(); ++x) {
+        const QColor color = image.pixelColor(x, y);
+        if (color.saturation() > 100)
+            ++(x < image.width() / 2 ? fill.left : fill.right);
+    }
+    return fill;
+}
+
 Fill fillOf(Slider& slider)
 {
     QImage image(slider.size(), QImage::Format_RGB32);
     slider.render(&image);
-    Fill fill;
-    const int y = slider.height() / 2;
-    for (int x = 0; x < slider.width(); ++x) {
-        const QColor color = image.pixelColor(x, y);
-        if (color.saturation() > 100)
-            ++(x < slider.width() / 2 ? fill.left : fill.right);
-    }
-    return fill;
+    return fillOf(image);
 }
 
 TEST_F(ASlider, IsFilledBetweenNeutralAndItsHandle)
@@ -213,6 +219,36 @@ TEST_F(ASlider, WithoutNeutralInsideIsFilledFromItsMinimum)
     slider.setValue(100);
     EXPECT_GT(fillOf(slider).left, 120);
     EXPECT_GT(fillOf(slider).right, 120);
+}
+
+TEST_F(ASlider, UprightIsFilledBetweenNeutralAndItsHandle)
+{
+    slider.setStyle(fusion.get());
+    slider.setOrientation(Qt::Vertical);
+    slider.resize(24, 300);
+    const auto fill = [this] {
+        QImage image(slider.size(), QImage::Format_RGB32);
+        slider.render(&image);
+        // On its side, low values left, it is a slider like any other.
+        return fillOf(image.transformed(QTransform().rotate(90)));
+    };
+    slider.setValue(0);
+    EXPECT_LE(fill().left + fill().right, 2);
+    slider.setValue(60);
+    EXPECT_LE(fill().left, 2);
+    EXPECT_GT(fill().right, 120);
+    slider.setValue(-60);
+    EXPECT_GT(fill().left, 120);
+    EXPECT_LE(fill().right, 2);
+}
+
+TEST_F(ASlider, WithoutAValueTipShowsItsToolTipWhenThePointerRestsOnIt)
+{
+    slider.setToolTip("Loudness");
+    QHelpEvent rest(QEvent::ToolTip, {10, 10}, slider.mapToGlobal(QPoint(10, 10)));
+    QApplication::sendEvent(&slider, &rest);
+    EXPECT_EQ(QToolTip::text(), "Loudness");
+    QToolTip::hideText();
 }
 
 class ATimeSlider : public ::testing::Test

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+namespace sound {
+
+/// A file that is there whole under its name, or not at all.
+///
+/// It grows under another name in the same folder and takes its own, in place of the file that bore it, when
+/// finish() has brought all of it to the disc. Whatever ends the writing before that leaves nothing behind and what
+/// bore the name untouched. Only a regular file is replaced: never a folder, a pipe or a device.
+///
+/// **Order.** writeAt() any number of times, then finish() once. **Threads.** One at a time.
+class WholeFile
+{
+public:
+    /// Makes the folders that are missing. Null where the file cannot be made.
+    static std::unique_ptr<WholeFile> create(const QString& path);
+
+    /// Takes the file away again unless finish() succeeded.
+    ~WholeFile();
+    WholeFile(const WholeFile&) = delete;
+    WholeFile& operator=(const WholeFile&) = delete;
+
+    /// False when the disc is full or fails.
+    bool writeAt(std::int64_t offset, std::span<const std::byte> bytes);
+
+    /// False where the disc fails now, and where it did before.
+    bool finish();
+
+private:
+    WholeFile(int file, QByteArray name, QByteArray growingName);
+
+    int file;
+    QByteArray name;
+    QByteArray growingName;  // empty once the file bears its own name
+    bool failed = false;
+};
+
+}  // namespace sound
