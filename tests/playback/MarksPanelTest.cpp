@@ -447,31 +447,49 @@ TEST_F(Marks, KeepTheKeysPlaceWhenTheyAreCleared)
     panel.RepeatCurrentMark();
 }
 
-TEST_F(Marks, KeepTheKeyboardInThePanelWhenTheirListGoes)
+/// The panel between two others that can have the keyboard.
+class MarksInAWindow : public Marks
+{
+protected:
+    MarksInAWindow()
+    {
+        for (QWidget* widget : std::initializer_list<QWidget*>{&before, &panel, &after})
+            rows.addWidget(widget);
+        for (QToolButton* button : {&before, &after})
+            button->setFocusPolicy(Qt::StrongFocus);
+        window.show();
+        QApplication::setActiveWindow(&window);
+    }
+
+    ~MarksInAWindow() override
+    {
+        for (QWidget* widget : std::initializer_list<QWidget*>{&before, &panel, &after})
+            widget->setParent(nullptr);
+    }
+
+    QWidget window;
+    QVBoxLayout rows{&window};
+    QToolButton before;
+    QToolButton after;
+};
+
+TEST_F(MarksInAWindow, KeepTheKeyboardInThePanelWhenTheirListGoes)
 {
     addThree();
-    panel.show();
-    QApplication::setActiveWindow(&panel);
-    list().setFocus();
-    click(panel, "cmdClearMark");
-    EXPECT_EQ(QApplication::focusWidget(), &control<QWidget>(panel, "cmdAddMark"));
+    for (const char* name : {"lstMark", "cmdClearMark"}) {
+        control<QWidget>(panel, name).setFocus();
+        panel.cmdClearMark_Click();
+        EXPECT_EQ(QApplication::focusWidget(), &control<QWidget>(panel, "cmdAddMark"));
+        addThree();
+    }
 }
 
-TEST_F(Marks, LeaveTheKeyboardToThePanelThatHasIt)
+TEST_F(MarksInAWindow, LeaveTheKeyboardToThePanelThatHasIt)
 {
     addThree();
-    QWidget window;
-    QVBoxLayout rows(&window);
-    auto* elsewhere = new QToolButton;
-    elsewhere->setFocusPolicy(Qt::StrongFocus);
-    rows.addWidget(elsewhere);
-    rows.addWidget(&panel);
-    window.show();
-    QApplication::setActiveWindow(&window);
-    elsewhere->setFocus();
+    before.setFocus();
     panel.cmdClearMark_Click();
-    EXPECT_EQ(QApplication::focusWidget(), elsewhere);
-    panel.setParent(nullptr);
+    EXPECT_EQ(QApplication::focusWidget(), &before);
 }
 
 TEST_F(Marks, AreWalkedByTheTabKeyAsTheEyeGoes)
