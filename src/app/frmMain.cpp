@@ -9,6 +9,7 @@
 #include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
 #include "playback/ConversionStatus.h"
+#include "playback/EqualizerPanel.h"
 #include "playback/LevelPanel.h"
 #include "playback/MarksPanel.h"
 #include "playback/MetersPanel.h"
@@ -50,6 +51,7 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     , marks(new MarksPanel(*SoundTouch, *position, surroundings.msgBox, this))
     , level(new LevelPanel(*SoundTouch, this))
     , meters(new MetersPanel(*SoundTouch, this))
+    , equalizer(new EqualizerPanel(*SoundTouch, surroundings.dialog, surroundings.msgBox, this))
     , toolBar(new MainToolBar(this))
     , parked(new ParkedButtons(this))
     , keypad(std::make_unique<KeypadAccelerators>(*this))
@@ -83,6 +85,7 @@ void frmMain::Load()
     connectMenu();
     const std::unique_ptr<OutputMixer> mixer = surroundings.engines.createOutputMixer();
     ReadMasterVolume(*mixer, level->sldVolume(), surroundings.msgBox);
+    equalizer->EnableEqualizerPanel();
     level->FadingVisible();
     ui->cmdExpand->show();
 }
@@ -113,6 +116,9 @@ void frmMain::placePanels()
     ui->rightColumnRows->addWidget(transport, 1);
     ui->rightColumnRows->addWidget(tempoPitch, 3);
     ui->rightColumnRows->addWidget(level);
+
+    ui->rows->addWidget(equalizer);
+    equalizer->hide();
 
     ui->columns->setStretchFactor(0, 3);
     ui->columns->setStretchFactor(1, 7);
@@ -202,6 +208,7 @@ void frmMain::cmdExpand_Click()
         return;
     ui->cmdExpand->hide();
     ui->cmdColapse->show();
+    equalizer->show();
     setHeight(expandedHeight);
 }
 
@@ -211,6 +218,7 @@ void frmMain::cmdColapse_Click()
         return;
     ui->cmdColapse->hide();
     ui->cmdExpand->show();
+    equalizer->hide();
     setHeight(collapsedHeight);
 }
 

@@ -11,6 +11,7 @@
 
 class ConversionStatus;
 class EditorEngine;
+class EqualizerPanel;
 class KeypadAccelerators;
 class LevelPanel;
 class MainMenu;
@@ -85,6 +86,7 @@ private:
     MarksPanel* const marks;
     LevelPanel* const level;
     MetersPanel* const meters;
+    EqualizerPanel* const equalizer;
     MainToolBar* const toolBar;
     ParkedButtons* const parked;
     const std::unique_ptr<KeypadAccelerators> keypad;

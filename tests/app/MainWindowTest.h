@@ -76,12 +76,22 @@ protected:
         EXPECT_CALL(*player, SetBalance(0, 0));  // a change of the system's volume sends the balance again
     }
 
+    void expectEqualizer()
+    {
+        EXPECT_CALL(*player, ResetEqualizer(0));
+        EXPECT_CALL(*player, GetEqualizerBandCount(0)).WillOnce(::testing::Return(0));
+        EXPECT_CALL(*player, EnableEqualizer(true));
+        for (const float hertz : {80.F, 170.F, 310.F, 600.F, 1000.F, 3000.F, 6000.F, 12000.F, 14000.F, 16000.F})
+            EXPECT_CALL(*player, AddEqualizerBand(0, hertz, 12.F, 0.F));
+    }
+
     void load()
     {
         {
             const ::testing::InSequence order;
             expectEngineStart();
             expectMixer();
+            expectEqualizer();
         }
         window->Load();
     }

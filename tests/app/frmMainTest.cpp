@@ -76,6 +76,7 @@ TEST_F(MainWindow, StartsPlayerMeterAndEditorBeforeItReadsTheLists)
         EXPECT_CALL(msgBox, show(QString("No such file or directory"), MsgBox::Look::Exclamation, QString("Error")))
             .WillOnce([this] { write("path.pms", "/music/a.mp3\r\n"); });
         expectMixer();
+        expectEqualizer();
     }
     window->Load();
     EXPECT_EQ(list().count(), 0);
@@ -87,6 +88,7 @@ TEST_F(MainWindow, ShowsABoxForEachListFileOnItsFirstRunAndWorks)
     make();
     expectEngineStart();
     expectMixer();
+    expectEqualizer();
     EXPECT_CALL(msgBox, show(_, MsgBox::Look::Exclamation, QString("Error"))).Times(2);
     window->Load();
     EXPECT_EQ(list().count(), 0);
@@ -116,6 +118,7 @@ TEST_F(MainWindow, GoesOnWithoutAMixer)
         EXPECT_CALL(msgBox, show(QString("Couldn't open the mixer please check if a audio mixer is installed then "
                                          "retry."),
                                  MsgBox::Look::Plain, QString()));
+        expectEqualizer();
     }
     window->Load();
     EXPECT_EQ(valueOf(*window, "sldVolume"), 32768);
