@@ -85,11 +85,7 @@ void LevelBar::SetBarValue(int value)
         return;
     const QRect inside = room();
     const auto [left, right] = std::minmax(before, after);
-    QRect strip = QRectF(left, inside.top(), right - left, inside.height()).toAlignedRect();
-    // On a screen of one and a quarter pixels to a unit, say, the edges of what is painted again are rounded.
-    if (devicePixelRatioF() != std::floor(devicePixelRatioF()))
-        strip = strip.adjusted(-1, 0, 1, 0).intersected(inside);
-    update(strip);
+    update(QRectF(left, inside.top(), right - left, inside.height()).toAlignedRect());
 }
 
 QSize LevelBar::sizeHint() const

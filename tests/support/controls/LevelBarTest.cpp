@@ -250,11 +250,11 @@ protected:
         return ofBar.painted.boundingRect();
     }
 
-    /// A stretch of the bar, and where a unit is no whole number of pixels what may be painted beside it.
+    /// A stretch of the bar; where a unit is no whole number of pixels, with the rest of the units it ends in.
     void expectPainted(const QRect& is, int left, int right) const
     {
         const bool uneven = bar.devicePixelRatioF() != std::floor(bar.devicePixelRatioF());
-        const int room = uneven ? 2 : 0;
+        const int room = uneven ? 1 : 0;
         EXPECT_LE(is.left(), left);
         EXPECT_GE(is.left(), left - room);
         EXPECT_GE(is.right(), right);
