@@ -68,6 +68,7 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     connectToolBar();
     connectMarkKeys();
     orderTabs();
+    setHeight(collapsedHeight);
 }
 
 frmMain::~frmMain() = default;
@@ -222,10 +223,14 @@ void frmMain::cmdColapse_Click()
     setHeight(collapsedHeight);
 }
 
-// A small screen gets what it has room for.
-void frmMain::setHeight(int height)
+// The window is as high as it should be, larger where its letters need that, and no larger than the screen: on a
+// small one its content scrolls.
+void frmMain::setHeight(int wanted)
 {
-    resize(width(), std::min(height, screen()->availableGeometry().height()));
+    ui->rows->activate();  // what was shown or hidden just now counts
+    const QSize bars(0, menu->sizeHint().height() + toolBar->sizeHint().height());
+    const QSize needed = ui->content->minimumSizeHint() + bars;
+    resize(QSize(width(), wanted).expandedTo(needed).boundedTo(screen()->availableSize()));
 }
 
 QString frmMain::listFile() const

@@ -62,7 +62,7 @@ private:
     void lstAudio_Click();
     void cmdExpand_Click();
     void cmdColapse_Click();
-    void setHeight(int height);
+    void setHeight(int wanted);
     void Unload();
 
     QString listFile() const;

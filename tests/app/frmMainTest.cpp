@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 using ::testing::_;
@@ -465,20 +467,18 @@ TEST_F(MainWindow, IsWalkedByTheTabKeyAsTheEyeGoes)
         walked << QApplication::focusWidget()->objectName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     } while (QApplication::focusWidget() != &list() && walked.size() < 100);
-    EXPECT_EQ(
-        walked.join(' ').toStdString(),
-        "lstAudio cmdOpen cmdAddMark sldAudioPosition sldBeginLoop txtBeginLoop cmdBeginLoopDown cmdBeginLoopUp "
-        "sldEndLoop "
-        "txtEndLoop cmdEndLoopDown cmdEndLoopUp cmdRewind cmdPlay cmdPlayLoop cmdPause cmdStop cmdFForward "
-        "cmdTempo10Down cmdTempo1Down sldTempo cmdTempo1Up cmdTempo10Up cmdTempoReset cmdPitch12DownSemi "
-        "cmdPitch1DownSemi sldPitchSemi cmdPitch1UpSemi cmdPitch12UpSemi cmdPitchResetSemi cmdPitch10DownGrad "
-        "cmdPitch1DownGrad sldPitchGrad cmdPitch1UpGrad cmdPitch10UpGrad cmdPitchResetGrad cmdRate10Down "
-        "cmdRate1Down sldSpeed cmdRate1Up cmdRate10Up cmdRateReset chkApplySettings cmdBPMCalc cmdKeyCalc "
-        "cmdResetAll "
-        "cmdOrvenda tlbCmdOpen "
-        "tlbCmdSaveAs tlbCmdClear tlbCmdRewind tlbCmdPlay tlbCmdPlayLoop tlbCmdPause tlbCmdStop "
-        "tlbCmdFForward tlbCmdLoopWinBack tlbCmdLoopWinForward tlbCmdRecord tlbCmdMP3 tlbCmdCDBurn tlbCmdBPMCalc "
-        "tlbCmdKeyCalc tlbCmdVocalRemover tlbCmdHelp");
+    EXPECT_EQ(walked.join(' ').toStdString(),
+              "lstAudio cmdOpen cmdAddMark sldAudioPosition sldBeginLoop txtBeginLoop cmdBeginLoopDown "
+              "cmdBeginLoopUp sldEndLoop txtEndLoop cmdEndLoopDown cmdEndLoopUp cmdRewind cmdPlay cmdPlayLoop "
+              "cmdPause cmdStop cmdFForward cmdTempo10Down cmdTempo1Down sldTempo cmdTempo1Up cmdTempo10Up "
+              "cmdTempoReset cmdPitch12DownSemi cmdPitch1DownSemi sldPitchSemi cmdPitch1UpSemi cmdPitch12UpSemi "
+              "cmdPitchResetSemi cmdPitch10DownGrad cmdPitch1DownGrad sldPitchGrad cmdPitch1UpGrad "
+              "cmdPitch10UpGrad cmdPitchResetGrad cmdRate10Down cmdRate1Down sldSpeed cmdRate1Up cmdRate10Up "
+              "cmdRateReset chkApplySettings cmdBPMCalc cmdKeyCalc cmdResetAll cmdGainDown sldGain MyButton6 "
+              "cmdBalanceLeft sldBalance cmdBalanceRight cmdBalanceReset cmdOrvenda tlbCmdOpen tlbCmdSaveAs "
+              "tlbCmdClear tlbCmdRewind tlbCmdPlay tlbCmdPlayLoop tlbCmdPause tlbCmdStop tlbCmdFForward "
+              "tlbCmdLoopWinBack tlbCmdLoopWinForward tlbCmdRecord tlbCmdMP3 tlbCmdCDBurn tlbCmdBPMCalc "
+              "tlbCmdKeyCalc tlbCmdVocalRemover tlbCmdHelp");
 }
 
 TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)
@@ -487,8 +487,18 @@ TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)
     window->resize(100, 100);
     window->show();
     for (const Slider* slider : window->findChildren<Slider*>())
-        EXPECT_GE(slider->width(), 120) << qPrintable(slider->objectName());
+        EXPECT_GE(std::max(slider->width(), slider->height()), slider->orientation() == Qt::Horizontal ? 120 : 60)
+            << qPrintable(slider->objectName());
     EXPECT_GE(list().width(), 160);
+}
+
+TEST_F(MainWindow, ScrollsWhereItIsMadeTooLowForItsContent)
+{
+    make();
+    window->resize(1024, 400);
+    window->show();
+    EXPECT_EQ(window->height(), 400);
+    EXPECT_TRUE(control<QScrollArea>(*window, "centralwidget").verticalScrollBar()->isVisible());
 }
 
 TEST_F(MainWindow, FitsOnASmallScreenWithCaptionsHalfAsLongAgain)
@@ -499,8 +509,14 @@ TEST_F(MainWindow, FitsOnASmallScreenWithCaptionsHalfAsLongAgain)
     auto& box = control<QCheckBox>(*window, "chkApplySettings");
     box.setText(box.text() + QString(box.text().size() / 2, u'n'));
     window->show();
-    EXPECT_LE(window->minimumSizeHint().width(), 1024);
-    EXPECT_LE(window->minimumSizeHint().height(), 534);
+    window->resize(1024, 534);
+    const auto& scroll = control<QScrollArea>(*window, "centralwidget");
+    EXPECT_LE(scroll.widget()->minimumSizeHint().width(), 1024);
+    EXPECT_EQ(window->height(), 534);
+    EXPECT_FALSE(scroll.verticalScrollBar()->isVisible());
+    click(*window, "cmdExpand");
+    EXPECT_EQ(window->height(), 692);
+    EXPECT_FALSE(scroll.verticalScrollBar()->isVisible());
 }
 
 }  // namespace
