@@ -4,7 +4,30 @@
 #include "support/Pictures.h"
 #include "ui_frmSplash.h"
 
+#include <QDeadlineTimer>
+#include <QEventLoop>
 #include <QTimer>
+#include <QWindow>
+
+namespace {
+
+// The window system shows a window in its own time, and the load that follows leaves the event loop no turn: what
+// is drawn before the window is there is lost. A window that nobody can see is not waited for.
+void waitUntilExposed(const QWidget& window)
+{
+    constexpr int longest = 200;
+    const QDeadlineTimer deadline(longest);
+    QEventLoop events;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &events, [&] {
+        if (window.windowHandle()->isExposed() || deadline.hasExpired())
+            events.quit();
+    });
+    look.start(1);
+    events.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+}  // namespace
 
 frmSplash::frmSplash(QWidget* owner)
     : QWidget(owner, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
@@ -27,13 +50,14 @@ void frmSplash::end()
     Timer1->stop();
 }
 
-// A bar draws itself only while it can be seen, so its run comes after the window.
 void frmSplash::setVisible(bool visible)
 {
     const bool appears = visible && !isVisible();
     QWidget::setVisible(visible);
-    if (appears)
-        Load();
+    if (!appears)
+        return;
+    waitUntilExposed(*this);
+    Load();
 }
 
 void frmSplash::Load()

@@ -24,6 +24,8 @@ public:
     /// Hides the window and stops its timer.
     void end();
 
+    /// Returns from showing when the window can be seen, but after a fifth of a second at the latest. The event
+    /// loop turns meanwhile, without the user's input.
     void setVisible(bool visible) override;
 
 private:
