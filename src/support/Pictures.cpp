@@ -1,0 +1,6 @@
+#include "support/Pictures.h"
+
+QIcon programIcon()
+{
+    return QIcon(QStringLiteral(":/larkspin/larkspin.svg"));
+}
