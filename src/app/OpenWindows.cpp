@@ -1,12 +1,5 @@
 #include "app/OpenWindows.h"
 
-void OpenWindows::exec(QDialog& window)
-{
-    windows << &window;
-    window.exec();
-    windows.removeOne(&window);
-}
-
 void OpenWindows::closeAll()
 {
     while (!windows.isEmpty()) {

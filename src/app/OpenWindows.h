@@ -21,7 +21,13 @@ public:
     }
 
     /// Opens a window that blocks the main one; returns when it is closed.
-    void exec(QDialog& window);
+    template <typename Dialog>
+    void exec(Dialog& window)
+    {
+        windows << &window;
+        window.exec();
+        windows.removeOne(&window);
+    }
 
     /// Closes them all, from the last to the first.
     void closeAll();

@@ -4,6 +4,8 @@
 #include "app/MainMenu.h"
 #include "app/MainToolBar.h"
 #include "app/ParkedButtons.h"
+#include "calculators/frmBPMCalculator.h"
+#include "calculators/frmKeyCalc.h"
 #include "engines/EditorEngine.h"
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
@@ -21,11 +23,14 @@
 #include "playback/TransportPanel.h"
 #include "support/Shell.h"
 #include "support/controls/ListBox.h"
+#include "support/frmAbout.h"
+#include "support/frmSplash.h"
 #include "ui_frmMain.h"
 
 #include <QCloseEvent>
 #include <QScreen>
 #include <QShortcut>
+#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -56,6 +61,7 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     , parked(new ParkedButtons(this))
     , keypad(std::make_unique<KeypadAccelerators>(*this))
     , menu(new MainMenu(*keypad, this))
+    , tmrTip(new QTimer(this))
     , loader(std::make_unique<TrackLoader>(*SoundTouch, state, *position, *tempoPitch, surroundings.msgBox))
 {
     ui->setupUi(this);
@@ -67,7 +73,12 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     connectPanels();
     connectToolBar();
     connectMarkKeys();
+    connectCalculators();
     orderTabs();
+
+    tmrTip->setObjectName("tmrTip");
+    tmrTip->setInterval(1000);
+    connect(tmrTip, &QTimer::timeout, this, &frmMain::tmrTip_Timer);
     setHeight(collapsedHeight);
 }
 
@@ -75,6 +86,9 @@ frmMain::~frmMain() = default;
 
 void frmMain::Load()
 {
+    frmSplash splash(this);
+    splash.show();
+
     const auto owner = static_cast<int>(winId());
     SoundTouch->InitPlayers(1, owner, 0, 0, 0, 0);
     meters->startMeters();
@@ -89,6 +103,9 @@ void frmMain::Load()
     equalizer->EnableEqualizerPanel();
     level->FadingVisible();
     ui->cmdExpand->show();
+
+    splash.end();
+    tmrTip->start();
 }
 
 void frmMain::Unload()
@@ -164,6 +181,7 @@ void frmMain::connectMenu()
         connect(menu->entry(key), &QAction::triggered, this, command);
     };
     run("mnuExit", [this] { close(); });
+    run("mnuAbout", [this] { openAbout(); });
     run("mnuOnlineSupport", [this] { surroundings.shell.ShellExecute(surroundings.supportPage); });
 }
 
@@ -178,6 +196,14 @@ void frmMain::connectMarkKeys()
     run(Qt::Key_F6, &MarksPanel::GoToPreviousMark);
     run(Qt::Key_F7, &MarksPanel::RepeatCurrentMark);
     run(Qt::Key_F8, &MarksPanel::GoToNextMark);
+}
+
+void frmMain::connectCalculators()
+{
+    connect(tempoPitch, &TempoPitchPanel::bpmCalculatorWanted, this, &frmMain::openBpmCalculator);
+    connect(tempoPitch, &TempoPitchPanel::keyCalculatorWanted, this, &frmMain::openKeyCalculator);
+    connect(toolBar->tlbCmdBPMCalc, &QToolButton::clicked, this, &frmMain::openBpmCalculator);
+    connect(toolBar->tlbCmdKeyCalc, &QToolButton::clicked, this, &frmMain::openKeyCalculator);
 }
 
 // The Tab key walks as the eye does, down the left column and then the right one; the toolbar, whose commands the
@@ -201,6 +227,37 @@ void frmMain::lstAudio_Click()
 {
     marks->cmdClearMark_Click();
     loader->SetSoundTouchAudio();
+}
+
+// The timer goes on while the tip is read, and is off behind that.
+void frmMain::tmrTip_Timer()
+{
+    if (showingTip)
+        return;
+    showingTip = true;
+    if (TipOfDay::wantedAtStartup(surroundings.settings)) {
+        TipOfDay tip(surroundings.settings, tipPlace, this);
+        windows.exec(tip);
+    }
+    tmrTip->stop();
+}
+
+void frmMain::openKeyCalculator()
+{
+    frmKeyCalc calculator(tempoPitch->sldPitchSemi(), this);
+    windows.exec(calculator);
+}
+
+void frmMain::openBpmCalculator()
+{
+    windows.show<frmBPMCalculator>(
+        [this] { return new frmBPMCalculator(tempoPitch->sldTempo(), surroundings.msgBox, this); });
+}
+
+void frmMain::openAbout()
+{
+    frmAbout about(surroundings.msgBox, this);
+    windows.exec(about);
 }
 
 void frmMain::cmdExpand_Click()

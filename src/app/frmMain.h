@@ -4,6 +4,7 @@
 #include "app/OpenWindows.h"
 #include "app/Surroundings.h"
 #include "playback/PlaybackState.h"
+#include "support/TipOfDay.h"
 #include "support/modList.h"
 
 #include <QMainWindow>
@@ -22,6 +23,7 @@ class ParkedButtons;
 class PlayerEngine;
 class PlaylistPanel;
 class PositionPanel;
+class QTimer;
 class TempoPitchPanel;
 class TrackLoader;
 class TransportPanel;
@@ -45,7 +47,7 @@ public:
     explicit frmMain(const Surroundings& surroundings, QWidget* parent = nullptr);
     ~frmMain() override;
 
-    /// Starts the engines, reads the playlist and builds the menu. A step that fails is
+    /// Starts the engines, reads the playlist and builds the menu, behind the splash window. A step that fails is
     /// given up and the next one runs.
     void Load();
 
@@ -59,10 +61,15 @@ private:
     void connectMenu();
     void connectMarkKeys();
     void orderTabs();
+    void connectCalculators();
     void lstAudio_Click();
+    void tmrTip_Timer();
     void cmdExpand_Click();
     void cmdColapse_Click();
     void setHeight(int wanted);
+    void openKeyCalculator();
+    void openBpmCalculator();
+    void openAbout();
     void Unload();
 
     QString listFile() const;
@@ -72,8 +79,10 @@ private:
     const HelpFile help;
     modList lists;
     PlaybackState state;
+    TipPlace tipPlace;
     OpenWindows windows;
     bool unloaded = false;
+    bool showingTip = false;
 
     const std::unique_ptr<PlayerEngine> SoundTouch;
     const std::unique_ptr<EditorEngine> Editor;
@@ -91,6 +100,7 @@ private:
     ParkedButtons* const parked;
     const std::unique_ptr<KeypadAccelerators> keypad;
     MainMenu* const menu;
+    QTimer* const tmrTip;
     const std::unique_ptr<TrackLoader> loader;
     std::unique_ptr<ConversionStatus> conversionStatus;
 };
