@@ -3,6 +3,7 @@
 #include "sound/player/SoundEngines.h"
 #include "support/DesktopShell.h"
 #include "support/IconTheme.h"
+#include "support/Pictures.h"
 #include "support/SettingsStore.h"
 #include "support/dialogs/QtCommonDialog.h"
 #include "support/dialogs/QtMsgBox.h"
@@ -17,6 +18,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName("Larkspin");
     QApplication::setDesktopFileName("larkspin");
     const IconTheme icons;
+    QApplication::setWindowIcon(programIcon());
 
     const std::unique_ptr<EngineSet> engines = sound::makeSoundEngines();
     QtCommonDialog dialog;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Controls.h"
 #include "QtPrinters.h"
 #include "engines/MockPlayerEngine.h"
 #include "support/MockDialogs.h"
@@ -10,16 +11,6 @@
 #include <QLineEdit>
 #include <QTimer>
 #include <QToolButton>
-
-/// Finds a panel's controls by their names. A name that is not there, or is of another kind, fails the test.
-template <typename Control>
-Control& control(const QWidget& panel, const char* name)
-{
-    auto* found = panel.findChild<Control*>(name);
-    if (!found)
-        qFatal("no control of this kind is named %s", name);
-    return *found;
-}
 
 inline void click(const QWidget& panel, const char* button)
 {

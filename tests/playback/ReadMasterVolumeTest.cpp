@@ -88,11 +88,11 @@ struct VolumeRow
     const char* toolTip;
 };
 
-class EachVolume : public MasterVolume, public ::testing::WithParamInterface<VolumeRow>
+class EachVolumeOfTheMixer : public MasterVolume, public ::testing::WithParamInterface<VolumeRow>
 {
 };
 
-TEST_P(EachVolume, IsPutIntoTheSliderAndThenReplacesTheToolTipOfTheChange)
+TEST_P(EachVolumeOfTheMixer, IsPutIntoTheSliderAndThenReplacesTheToolTipOfTheChange)
 {
     expectReading(GetParam().value);
     ReadMasterVolume(mixer, sldVolume, msgBox);
@@ -102,7 +102,7 @@ TEST_P(EachVolume, IsPutIntoTheSliderAndThenReplacesTheToolTipOfTheChange)
 }
 
 // Half of 6553 is 3276.5.
-INSTANTIATE_TEST_SUITE_P(Values, EachVolume,
+INSTANTIATE_TEST_SUITE_P(Values, EachVolumeOfTheMixer,
                          ::testing::Values(VolumeRow{"Full", 65535, "10"}, VolumeRow{"Silent", 0, "0"},
                                            VolumeRow{"JustUnderHalfATenth", 3276, "0"},
                                            VolumeRow{"JustOverHalfATenth", 3277, "1"},
