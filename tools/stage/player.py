@@ -23,7 +23,7 @@ class Player:
             if self._windows("^Error"):
                 self._answer_box("^Error")
                 return False
-            return self._windows("^Larkspin$")
+            return self._windows("^Larkspin$") and self.shows("Playlist", "list")  # the splash has the same title
 
         wait_until(window_without_boxes, "the main window")
         self.activate()
