@@ -33,6 +33,10 @@ def perform(stage, build, results):
 
     print("Starting the player and adding the practice track through the Open dialog ...", flush=True)
     player.start()
+    player.wait_for_window("^Tip of the Day$")
+    player.press("Escape")
+    player.wait_for_no_window("^Tip of the Day$")
+    player.activate()
     player.add(os.path.join(build, "practice", "before-the-lesson.mp3"))
     player.pick("before-the-lesson (MP3 file)")
     wait_until(lambda: player.value("End loop position") == 34, "the track to load")

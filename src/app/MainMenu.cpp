@@ -41,18 +41,16 @@ QAction* MainMenu::entry(const char* key) const
     return findChild<QAction*>(key);
 }
 
-// An accelerator that an earlier entry has is only shown: two equal shortcuts would cancel each other out.
+// A shortcut on the keypad is only shown: the keypad's own filter does the work. So is one that an earlier entry
+// has, by a context in which it never comes: two that are alike would cancel each other out.
 void MainMenu::giveAccelerator(QAction* action, const QKeySequence& accelerator)
 {
     if (accelerator.isEmpty())
         return;
-    const bool onKeypad = accelerator[0].keyboardModifiers() & Qt::KeypadModifier;
-    if (!onKeypad && !taken.contains(accelerator)) {
-        taken << accelerator;
-        action->setShortcut(accelerator);
-        return;
-    }
-    if (onKeypad)
+    action->setShortcut(accelerator);
+    if (accelerator[0].keyboardModifiers() & Qt::KeypadModifier)
         keypad.add(accelerator[0].key(), action);
-    action->setText(action->text() + u'\t' + accelerator.toString(QKeySequence::NativeText));
+    else if (taken.contains(accelerator))
+        action->setShortcutContext(Qt::WidgetShortcut);
+    taken << accelerator;
 }

@@ -155,6 +155,26 @@ class Player:
         item.grab_focus()
         wait_until(lambda: item.get_state_set().contains(self._accessibility.StateType.FOCUSED), f"“{name}” to have the focus")
 
+    def showing(self):
+        """All that can be seen of the program, as a screen reader lists it."""
+        waiting = [self._application()]
+        while waiting:
+            item = waiting.pop(0)
+            if item is None:
+                continue
+            if item.get_state_set().contains(self._accessibility.StateType.SHOWING):
+                yield item
+            waiting += [item.get_child_at_index(index) for index in range(item.get_child_count())]
+
+    # What a screen reader does with it
+
+    def act(self, name, role):
+        """Presses a button, checks a box."""
+        self.find(name, role).do_action(0)
+
+    def set_value(self, name, value):
+        self.find(name, "slider").set_current_value(value)
+
     # What a user does with it
 
     def add(self, path):
@@ -197,6 +217,17 @@ class Player:
                 return
             target += 1 if reached < value else -1
         raise Impatient(f"“{name}” cannot be set to {value} with the mouse: it stands at {reached}")
+
+    def choose(self, number, text):
+        """Picks the item that begins so in a drop-down list, the lists being counted from 0."""
+        def lists():
+            return [item for item in self.showing() if item.get_role_name() == "combo box"]
+
+        box = wait_until(lambda: len(lists()) > number and lists()[number], "the drop-down list")
+        area = box.get_extents(self._accessibility.CoordType.SCREEN)
+        self.click_at(area.x + area.width / 2, area.y + area.height / 2)
+        self.type(text)
+        self.press("Return")
 
     def enter(self, name, text):
         """Types a text into a box in place of what it holds."""
