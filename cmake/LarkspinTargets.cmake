@@ -21,7 +21,8 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    # Without this it takes no object that was made with a precompiled header.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 if(LARKSPIN_SANITIZE)
@@ -60,6 +61,9 @@ endfunction()
 # larkspin_test(name SOURCES ... CALLS ... [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])
 #
 # One test program of GoogleTest cases, run by ctest as a whole. Every source is named: nothing is globbed.
+#
+# Tests of windows are mostly the code that their mocks expand to. They are compiled quickly, not to be quick: not
+# optimized, and with the headers that all of them take read once.
 function(larkspin_test name)
     cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;CALLS;LABELS;ENVIRONMENT" ${ARGN})
     if(NOT ARG_TIMEOUT)
@@ -69,6 +73,10 @@ function(larkspin_test name)
     larkspin_warnings(${name})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${ARG_CALLS} GTest::gmock)
+    if("qt_test_main" IN_LIST ARG_CALLS)
+        target_compile_options(${name} PRIVATE -O0 -fpch-preprocess)
+        target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <QApplication> <QWidget>)
+    endif()
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         LABELS "${ARG_LABELS}"

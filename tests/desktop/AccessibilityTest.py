@@ -8,7 +8,7 @@ from processes import end_on_signals, wait_until
 from stage import Stage
 
 BUILD = os.environ["LARKSPIN_BUILD"]
-KEPT = os.path.join(BUILD, "desktop")
+KEPT = os.path.join(BUILD, "desktop", "accessibility")
 WAV = os.path.join(BUILD, "practice", "before-the-lesson.wav")
 LABEL = "before-the-lesson (Wav file)"
 SECONDS = 34  # of the track

@@ -12,7 +12,7 @@ from processes import end_on_signals, wait_until
 from stage import Stage
 
 BUILD = os.environ["LARKSPIN_BUILD"]
-KEPT = os.path.join(BUILD, "desktop")
+KEPT = os.path.join(BUILD, "desktop", "player")
 WAV = os.path.join(BUILD, "practice", "before-the-lesson.wav")
 MP3 = os.path.join(BUILD, "practice", "before-the-lesson.mp3")
 LABEL_OF_WAV = "before-the-lesson (Wav file)"

@@ -20,7 +20,7 @@ class AudioOutput
 {
 public:
     /// The most that lies between writing and hearing on an output that keeps its promise.
-    static constexpr std::chrono::milliseconds longestDelay{50};
+    static constexpr std::chrono::milliseconds longestDelay{60};
 
     virtual ~AudioOutput() = default;
 

@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr SampleRate rate{48000};
-constexpr FrameCount bufferFull{2400};  // 50 ms
+constexpr FrameCount bufferFull{2880};  // 60 ms
 
 TEST(SilentClockTest, BeforeItStartsItTakesABufferFullAndNoMore)
 {
@@ -42,7 +42,7 @@ TEST(SilentClockTest, OnceStartedItPlaysAtThePaceOfTheClock)
     }
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begun;
     // Half a second of sound, less the buffer that was taken ahead.
-    EXPECT_GE(elapsed.count(), 0.449);
+    EXPECT_GE(elapsed.count(), 0.439);
     EXPECT_LE(clock.delay(), bufferFull);
 }
 
