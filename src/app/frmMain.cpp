@@ -27,6 +27,7 @@
 #include "support/frmSplash.h"
 #include "ui_frmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
 #include <QShortcut>
@@ -206,13 +207,13 @@ void frmMain::connectCalculators()
     connect(toolBar->tlbCmdKeyCalc, &QToolButton::clicked, this, &frmMain::openKeyCalculator);
 }
 
-// The Tab key walks as the eye does, down the left column and then the right one; the toolbar, whose commands the
-// panels repeat, comes last. Inside a panel its form tells the order.
+// The Tab key walks as the eye does, down the left column, down the right one, and on to what lies below both; the
+// toolbar, whose commands the panels repeat, comes last. Inside a panel its form tells the order.
 void frmMain::orderTabs()
 {
     QWidgetList order;
     for (QWidget* panel : std::initializer_list<QWidget*>{playlist, marks, position, transport, tempoPitch, level,
-                                                          ui->status, toolBar}) {
+                                                          ui->status, equalizer, toolBar}) {
         for (QWidget* next = panel->nextInFocusChain(); panel->isAncestorOf(next);
              next = next->nextInFocusChain()) {
             if (next->focusPolicy() & Qt::TabFocus)
@@ -260,12 +261,16 @@ void frmMain::openAbout()
     windows.exec(about);
 }
 
+// Qt would hand the keyboard of a control that goes to the next one, which is another command: each of the two
+// buttons hands it to the other.
 void frmMain::cmdExpand_Click()
 {
     if (!ui->cmdColapse->isHidden())
         return;
-    ui->cmdExpand->hide();
     ui->cmdColapse->show();
+    if (ui->cmdExpand->hasFocus())
+        ui->cmdColapse->setFocus();
+    ui->cmdExpand->hide();
     equalizer->show();
     setHeight(expandedHeight);
 }
@@ -274,8 +279,10 @@ void frmMain::cmdColapse_Click()
 {
     if (!ui->cmdExpand->isHidden())
         return;
-    ui->cmdColapse->hide();
     ui->cmdExpand->show();
+    if (ui->cmdColapse->hasFocus() || equalizer->isAncestorOf(QApplication::focusWidget()))
+        ui->cmdExpand->setFocus();
+    ui->cmdColapse->hide();
     equalizer->hide();
     setHeight(collapsedHeight);
 }

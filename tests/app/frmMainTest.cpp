@@ -49,6 +49,26 @@ TEST_F(MainWindow, ExpandsAndCollapsesWithOneOfTheTwoButtonsShown)
     EXPECT_FALSE(control<QToolButton>(*window, "cmdColapse").isVisible());
 }
 
+TEST_F(MainWindow, HandsTheKeyboardOfWhatGoesToTheButtonThatComes)
+{
+    writeLists("", "");
+    make();
+    load();
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    control<QWidget>(*window, "cmdExpand").setFocus();
+    for (const char* next : {"cmdColapse", "cmdExpand"}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
+    }
+    list().setFocus();
+    click(*window, "cmdExpand");
+    EXPECT_EQ(QApplication::focusWidget(), &list());
+    control<QWidget>(*window, "Slider80Hz").setFocus();
+    click(*window, "cmdColapse");
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdExpand");
+}
+
 TEST_F(MainWindow, ChangesNothingWhereItIsExpandedOrCollapsedAlready)
 {
     writeLists("", "");
@@ -479,6 +499,26 @@ TEST_F(MainWindow, IsWalkedByTheTabKeyAsTheEyeGoes)
               "tlbCmdClear tlbCmdRewind tlbCmdPlay tlbCmdPlayLoop tlbCmdPause tlbCmdStop tlbCmdFForward "
               "tlbCmdLoopWinBack tlbCmdLoopWinForward tlbCmdRecord tlbCmdMP3 tlbCmdCDBurn tlbCmdBPMCalc "
               "tlbCmdKeyCalc tlbCmdVocalRemover tlbCmdHelp");
+}
+
+TEST_F(MainWindow, IsWalkedThroughItsEqualizerBetweenTheStatusRowAndTheToolbar)
+{
+    writeLists("", "");
+    make();
+    load();
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    click(*window, "cmdExpand");
+    control<QWidget>(*window, "cmdFadeOut").setFocus();
+    QStringList walked;
+    do {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        walked << QApplication::focusWidget()->objectName();
+    } while (walked.last() != "tlbCmdOpen" && walked.size() < 100);
+    EXPECT_EQ(walked.join(' ').toStdString(),
+              "cmdOrvenda cmdColapse Slider80Hz Slider170Hz Slider310Hz Slider600Hz Slider1000Hz Slider3000Hz "
+              "Slider6000Hz Slider12000Hz Slider14000Hz Slider16000Hz cmbEQPresets cmdResetEQ cmdLoadEQPreset "
+              "cmdSaveEQPreset tlbCmdOpen");
 }
 
 TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)
