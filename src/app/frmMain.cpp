@@ -288,9 +288,11 @@ void frmMain::cmdColapse_Click()
 }
 
 // The window is as high as it should be, larger where its letters need that, and no larger than the screen: on a
-// small one its content scrolls.
+// small one its content scrolls. One that fills the screen stays as it is.
 void frmMain::setHeight(int wanted)
 {
+    if (isMaximized() || isFullScreen())
+        return;
     ui->rows->activate();  // what was shown or hidden just now counts
     const QSize bars(0, menu->sizeHint().height() + toolBar->sizeHint().height());
     const QSize needed = ui->content->minimumSizeHint() + bars;

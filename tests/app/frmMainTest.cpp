@@ -69,6 +69,20 @@ TEST_F(MainWindow, HandsTheKeyboardOfWhatGoesToTheButtonThatComes)
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdExpand");
 }
 
+TEST_F(MainWindow, StaysMaximizedWhenItIsExpandedOrCollapsed)
+{
+    writeLists("", "");
+    make();
+    load();
+    window->showMaximized();
+    const QSize whole = window->size();
+    for (const char* button : {"cmdExpand", "cmdColapse"}) {
+        click(*window, button);
+        EXPECT_TRUE(window->isMaximized()) << button;
+        EXPECT_EQ(window->size(), whole) << button;
+    }
+}
+
 TEST_F(MainWindow, ChangesNothingWhereItIsExpandedOrCollapsedAlready)
 {
     writeLists("", "");
