@@ -21,6 +21,7 @@
 #include "playback/TempoPitchPanel.h"
 #include "playback/TrackLoader.h"
 #include "playback/TransportPanel.h"
+#include "support/Pictures.h"
 #include "support/Shell.h"
 #include "support/controls/ListBox.h"
 #include "support/frmAbout.h"
@@ -66,6 +67,7 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     , loader(std::make_unique<TrackLoader>(*SoundTouch, state, *position, *tempoPitch, surroundings.msgBox))
 {
     ui->setupUi(this);
+    setWindowIcon(programIcon());
     setMenuBar(menu);
     addToolBar(toolBar);
     conversionStatus =

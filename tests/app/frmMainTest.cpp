@@ -23,6 +23,12 @@ TEST_F(MainWindow, IsTitledAndCollapsedAtFirst)
     EXPECT_EQ(textOf(*window, "lblWavExportStatus"), "");
 }
 
+TEST_F(MainWindow, HasTheIconOfTheProgram)
+{
+    make();
+    EXPECT_FALSE(window->windowIcon().pixmap(64, 64).isNull());
+}
+
 TEST_F(MainWindow, ShowsItsExpandButtonOnceItIsLoaded)
 {
     writeLists("", "");
