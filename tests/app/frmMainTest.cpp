@@ -235,6 +235,19 @@ TEST_F(MainWindow, WorksTheMarksByItsKeys)
     QTest::keyClick(window.get(), Qt::Key_F8);
 }
 
+TEST_F(MainWindow, AddsOneMarkForAKeyThatIsHeldDown)
+{
+    makeWithAFile();
+    pickTheFile();
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    EXPECT_CALL(*player, GetDuration(0)).WillRepeatedly(Return(60000));
+    control<QWidget>(*window, "lblTime").setProperty("text", "00:10:00");
+    for (const bool repeated : {false, true, true, true})
+        QTest::simulateEvent(window.get(), true, Qt::Key_F5, Qt::NoModifier, {}, repeated);
+    EXPECT_EQ(control<ListBox>(*window, "lstMark").count(), 1);
+}
+
 TEST_F(MainWindow, ReadsItsPlaylistAndSelectsAndLoadsNothing)
 {
     writeLists("a (MP3 file)\r\nb (Wav file)\r\n", "/music/a.mp3\r\n/music/b.wav\r\n");
