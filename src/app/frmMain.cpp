@@ -106,6 +106,7 @@ void frmMain::Load()
     equalizer->EnableEqualizerPanel();
     level->FadingVisible();
     ui->cmdExpand->show();
+    setHeight(collapsedHeight);  // the menu and the fades take their room from now on
 
     splash.end();
     tmrTip->start();
@@ -295,7 +296,8 @@ void frmMain::setHeight(int wanted)
 {
     if (isMaximized() || isFullScreen())
         return;
-    ui->rows->activate();  // what was shown or hidden just now counts
+    ui->columns->updateGeometry();  // unseen, a splitter does not tell by itself what was put into it
+    ui->rows->activate();           // what was shown or hidden just now counts
     const QSize bars(0, menu->sizeHint().height() + toolBar->sizeHint().height());
     const QSize needed = ui->content->minimumSizeHint() + bars;
     resize(QSize(width(), wanted).expandedTo(needed).boundedTo(screen()->availableSize()));

@@ -4,9 +4,12 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QMenuBar>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolBar>
 
 using ::testing::_;
 using ::testing::InSequence;
@@ -563,6 +566,24 @@ TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)
         EXPECT_GE(std::max(slider->width(), slider->height()), slider->orientation() == Qt::Horizontal ? 120 : 60)
             << qPrintable(slider->objectName());
     EXPECT_GE(list().width(), 160);
+}
+
+TEST_F(MainWindow, IsHigherFromTheStartWhereItsLettersAreLarger)
+{
+    const QFont usual = QApplication::font();
+    const auto back = qScopeGuard([&] { QApplication::setFont(usual); });
+    QFont large = usual;
+    large.setPointSize(13);
+    QApplication::setFont(large);
+    writeLists("", "");
+    make();
+    load();
+    window->show();
+    const QWidget& content = *control<QScrollArea>(*window, "centralwidget").widget();
+    const int bars = window->menuBar()->height() + control<QToolBar>(*window, "toolBar").height();
+    EXPECT_GT(window->menuBar()->height(), 0);
+    EXPECT_EQ(window->height(), content.minimumSizeHint().height() + bars);
+    EXPECT_GT(window->height(), 534);
 }
 
 TEST_F(MainWindow, ScrollsWhereItIsMadeTooLowForItsContent)
