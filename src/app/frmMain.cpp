@@ -21,12 +21,14 @@
 #include "playback/TempoPitchPanel.h"
 #include "playback/TrackLoader.h"
 #include "playback/TransportPanel.h"
+#include "support/Pictures.h"
 #include "support/Shell.h"
 #include "support/controls/ListBox.h"
 #include "support/frmAbout.h"
 #include "support/frmSplash.h"
 #include "ui_frmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
 #include <QShortcut>
@@ -65,6 +67,7 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     , loader(std::make_unique<TrackLoader>(*SoundTouch, state, *position, *tempoPitch, surroundings.msgBox))
 {
     ui->setupUi(this);
+    setWindowIcon(programIcon());
     setMenuBar(menu);
     addToolBar(toolBar);
     conversionStatus =
@@ -103,6 +106,7 @@ void frmMain::Load()
     equalizer->EnableEqualizerPanel();
     level->FadingVisible();
     ui->cmdExpand->show();
+    setHeight(collapsedHeight);  // the menu and the fades take their room from now on
 
     splash.end();
     tmrTip->start();
@@ -206,13 +210,13 @@ void frmMain::connectCalculators()
     connect(toolBar->tlbCmdKeyCalc, &QToolButton::clicked, this, &frmMain::openKeyCalculator);
 }
 
-// The Tab key walks as the eye does, down the left column and then the right one; the toolbar, whose commands the
-// panels repeat, comes last. Inside a panel its form tells the order.
+// The Tab key walks as the eye does, down the left column, down the right one, and on to what lies below both; the
+// toolbar, whose commands the panels repeat, comes last. Inside a panel its form tells the order.
 void frmMain::orderTabs()
 {
     QWidgetList order;
     for (QWidget* panel : std::initializer_list<QWidget*>{playlist, marks, position, transport, tempoPitch, level,
-                                                          ui->status, toolBar}) {
+                                                          ui->status, equalizer, toolBar}) {
         for (QWidget* next = panel->nextInFocusChain(); panel->isAncestorOf(next);
              next = next->nextInFocusChain()) {
             if (next->focusPolicy() & Qt::TabFocus)
@@ -260,12 +264,16 @@ void frmMain::openAbout()
     windows.exec(about);
 }
 
+// Qt would hand the keyboard of a control that goes to the next one, which is another command: each of the two
+// buttons hands it to the other.
 void frmMain::cmdExpand_Click()
 {
     if (!ui->cmdColapse->isHidden())
         return;
-    ui->cmdExpand->hide();
     ui->cmdColapse->show();
+    if (ui->cmdExpand->hasFocus())
+        ui->cmdColapse->setFocus();
+    ui->cmdExpand->hide();
     equalizer->show();
     setHeight(expandedHeight);
 }
@@ -274,17 +282,22 @@ void frmMain::cmdColapse_Click()
 {
     if (!ui->cmdExpand->isHidden())
         return;
-    ui->cmdColapse->hide();
     ui->cmdExpand->show();
+    if (ui->cmdColapse->hasFocus() || equalizer->isAncestorOf(QApplication::focusWidget()))
+        ui->cmdExpand->setFocus();
+    ui->cmdColapse->hide();
     equalizer->hide();
     setHeight(collapsedHeight);
 }
 
 // The window is as high as it should be, larger where its letters need that, and no larger than the screen: on a
-// small one its content scrolls.
+// small one its content scrolls. One that fills the screen stays as it is.
 void frmMain::setHeight(int wanted)
 {
-    ui->rows->activate();  // what was shown or hidden just now counts
+    if (isMaximized() || isFullScreen())
+        return;
+    ui->columns->updateGeometry();  // unseen, a splitter does not tell by itself what was put into it
+    ui->rows->activate();           // what was shown or hidden just now counts
     const QSize bars(0, menu->sizeHint().height() + toolBar->sizeHint().height());
     const QSize needed = ui->content->minimumSizeHint() + bars;
     resize(QSize(width(), wanted).expandedTo(needed).boundedTo(screen()->availableSize()));

@@ -52,6 +52,7 @@ void LevelPanel::FadingVisible()
     for (QWidget* control : std::initializer_list<QWidget*>{ui->Label18, ui->Label19, ui->cmdFadeOut, ui->cmdFadeIn,
                                                             ui->cmdFadeIntUp, ui->cmdFadeIntDown, ui->txtFadeInt})
         control->show();
+    layout()->activate();  // the window measures the panel before it is seen
 }
 
 Slider& LevelPanel::sldVolume()
@@ -126,8 +127,8 @@ void LevelPanel::startFade(bool& wanted)
         tmrFade->start();
 }
 
-// The wait that is under way was begun with the interval held before; only another
-// one is set, as setting it begins the wait anew and would make each step late by the time that a tick takes.
+// The wait that is under way was begun with the interval held before; only another one is set, as setting it begins
+// the wait anew and would make each step late by the time that a tick takes.
 void LevelPanel::tmrFade_Timer()
 {
     const int stepMs = fadingInterval() * 1000 / fadeSteps;

@@ -30,7 +30,7 @@ void waitUntilExposed(const QWidget& window)
 }  // namespace
 
 frmSplash::frmSplash(QWidget* owner)
-    : QWidget(owner, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+    : QWidget(owner, Qt::SplashScreen | Qt::FramelessWindowHint)
     , ui(std::make_unique<Ui::frmSplash>())
     , Timer1(new QTimer(this))
 {

@@ -17,7 +17,8 @@ class frmSplash : public QWidget
     Q_OBJECT
 
 public:
-    /// The window stays above @p owner, which need not be visible.
+    /// The window stays above @p owner, which need not be visible, and not above other programs. Message boxes that
+    /// come up meanwhile stay above it.
     explicit frmSplash(QWidget* owner = nullptr);
     ~frmSplash() override;
 

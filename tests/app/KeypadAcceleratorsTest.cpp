@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -80,6 +81,19 @@ TEST_F(TheKeypad, TypesIntoATextBox)
     press(Qt::Key_1);
     EXPECT_EQ(text.text().toStdString(), "1");
     EXPECT_EQ(ones, 0);
+}
+
+TEST_F(TheKeypad, IsLeftToAMenuThatIsOpen)
+{
+    QMenu menu(&window);
+    menu.addAction("Play");
+    menu.popup({});
+    ASSERT_EQ(QApplication::activePopupWidget(), &menu);
+    QTest::keyClick(&menu, Qt::Key_1, Qt::KeypadModifier);
+    EXPECT_EQ(ones, 0);
+    menu.close();
+    press(Qt::Key_1);
+    EXPECT_EQ(ones, 1);
 }
 
 TEST_F(TheKeypad, IsLeftToAnotherWindow)

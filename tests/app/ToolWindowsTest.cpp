@@ -104,6 +104,18 @@ TEST_F(ToolWindows, CloseWithTheMainWindow)
     EXPECT_EQ(openOne("frmBPMCalculator"), nullptr);
 }
 
+TEST_F(ToolWindows, CloseOnlyWhenThePlaylistIsWritten)
+{
+    trigger("mnuBpm");
+    folder.remove();  // each file that can't be written is told of
+    EXPECT_CALL(msgBox, show).Times(2).WillRepeatedly([this] {
+        EXPECT_NE(openOne("frmBPMCalculator"), nullptr);
+        EXPECT_TRUE(window->isVisible());
+    });
+    window->close();
+    EXPECT_EQ(openOne("frmBPMCalculator"), nullptr);
+}
+
 TEST_F(ToolWindows, ThatBlockCloseWithTheMainWindowToo)
 {
     blocked([this] { trigger("mnuTranspose"); }, [this](const QWidget&) { window->close(); });

@@ -4,9 +4,12 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QMenuBar>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolBar>
 
 using ::testing::_;
 using ::testing::InSequence;
@@ -21,6 +24,12 @@ TEST_F(MainWindow, IsTitledAndCollapsedAtFirst)
     EXPECT_EQ(window->height(), 534);
     EXPECT_EQ(textOf(*window, "lblOutputMode"), "Output mode : Sound preview");
     EXPECT_EQ(textOf(*window, "lblWavExportStatus"), "");
+}
+
+TEST_F(MainWindow, HasTheIconOfTheProgram)
+{
+    make();
+    EXPECT_FALSE(window->windowIcon().pixmap(64, 64).isNull());
 }
 
 TEST_F(MainWindow, ShowsItsExpandButtonOnceItIsLoaded)
@@ -47,6 +56,40 @@ TEST_F(MainWindow, ExpandsAndCollapsesWithOneOfTheTwoButtonsShown)
     EXPECT_EQ(window->height(), 534);
     EXPECT_TRUE(control<QToolButton>(*window, "cmdExpand").isVisible());
     EXPECT_FALSE(control<QToolButton>(*window, "cmdColapse").isVisible());
+}
+
+TEST_F(MainWindow, HandsTheKeyboardOfWhatGoesToTheButtonThatComes)
+{
+    writeLists("", "");
+    make();
+    load();
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    control<QWidget>(*window, "cmdExpand").setFocus();
+    for (const char* next : {"cmdColapse", "cmdExpand"}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
+    }
+    list().setFocus();
+    click(*window, "cmdExpand");
+    EXPECT_EQ(QApplication::focusWidget(), &list());
+    control<QWidget>(*window, "Slider80Hz").setFocus();
+    click(*window, "cmdColapse");
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdExpand");
+}
+
+TEST_F(MainWindow, StaysMaximizedWhenItIsExpandedOrCollapsed)
+{
+    writeLists("", "");
+    make();
+    load();
+    window->showMaximized();
+    const QSize whole = window->size();
+    for (const char* button : {"cmdExpand", "cmdColapse"}) {
+        click(*window, button);
+        EXPECT_TRUE(window->isMaximized()) << button;
+        EXPECT_EQ(window->size(), whole) << button;
+    }
 }
 
 TEST_F(MainWindow, ChangesNothingWhereItIsExpandedOrCollapsedAlready)
@@ -193,6 +236,19 @@ TEST_F(MainWindow, WorksTheMarksByItsKeys)
     EXPECT_CALL(*player, SeekSound(0, 9700));
     EXPECT_CALL(*player, PlaySound(0));
     QTest::keyClick(window.get(), Qt::Key_F8);
+}
+
+TEST_F(MainWindow, AddsOneMarkForAKeyThatIsHeldDown)
+{
+    makeWithAFile();
+    pickTheFile();
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    EXPECT_CALL(*player, GetDuration(0)).WillRepeatedly(Return(60000));
+    control<QWidget>(*window, "lblTime").setProperty("text", "00:10:00");
+    for (const bool repeated : {false, true, true, true})
+        QTest::simulateEvent(window.get(), true, Qt::Key_F5, Qt::NoModifier, {}, repeated);
+    EXPECT_EQ(control<ListBox>(*window, "lstMark").count(), 1);
 }
 
 TEST_F(MainWindow, ReadsItsPlaylistAndSelectsAndLoadsNothing)
@@ -481,6 +537,26 @@ TEST_F(MainWindow, IsWalkedByTheTabKeyAsTheEyeGoes)
               "tlbCmdKeyCalc tlbCmdVocalRemover tlbCmdHelp");
 }
 
+TEST_F(MainWindow, IsWalkedThroughItsEqualizerBetweenTheStatusRowAndTheToolbar)
+{
+    writeLists("", "");
+    make();
+    load();
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    click(*window, "cmdExpand");
+    control<QWidget>(*window, "cmdFadeOut").setFocus();
+    QStringList walked;
+    do {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        walked << QApplication::focusWidget()->objectName();
+    } while (walked.last() != "tlbCmdOpen" && walked.size() < 100);
+    EXPECT_EQ(walked.join(' ').toStdString(),
+              "cmdOrvenda cmdColapse Slider80Hz Slider170Hz Slider310Hz Slider600Hz Slider1000Hz Slider3000Hz "
+              "Slider6000Hz Slider12000Hz Slider14000Hz Slider16000Hz cmbEQPresets cmdResetEQ cmdLoadEQPreset "
+              "cmdSaveEQPreset tlbCmdOpen");
+}
+
 TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)
 {
     make();
@@ -490,6 +566,24 @@ TEST_F(MainWindow, KeepsItsSlidersAndItsListUsableHoweverSmallItIsMade)
         EXPECT_GE(std::max(slider->width(), slider->height()), slider->orientation() == Qt::Horizontal ? 120 : 60)
             << qPrintable(slider->objectName());
     EXPECT_GE(list().width(), 160);
+}
+
+TEST_F(MainWindow, IsHigherFromTheStartWhereItsLettersAreLarger)
+{
+    const QFont usual = QApplication::font();
+    const auto back = qScopeGuard([&] { QApplication::setFont(usual); });
+    QFont large = usual;
+    large.setPointSize(13);
+    QApplication::setFont(large);
+    writeLists("", "");
+    make();
+    load();
+    window->show();
+    const QWidget& content = *control<QScrollArea>(*window, "centralwidget").widget();
+    const int bars = window->menuBar()->height() + control<QToolBar>(*window, "toolBar").height();
+    EXPECT_GT(window->menuBar()->height(), 0);
+    EXPECT_EQ(window->height(), content.minimumSizeHint().height() + bars);
+    EXPECT_GT(window->height(), 534);
 }
 
 TEST_F(MainWindow, ScrollsWhereItIsMadeTooLowForItsContent)

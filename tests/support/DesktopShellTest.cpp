@@ -1,8 +1,12 @@
 #include "support/DesktopShell.h"
 
+#include "QtPrinters.h"
+
 #include <gtest/gtest.h>
+#include <QDesktopServices>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QUrl>
 
 namespace {
 
@@ -45,4 +49,43 @@ TEST_F(TheDesktop, DoesNotOpenWhatItCannotBeAskedAbout)
     EXPECT_FALSE(shell.canOpen("/music/score.pdf"));
 }
 
+/// Takes what the desktop would be asked to open.
+class TheDesktopsPrograms : public QObject, public ::testing::Test
+{
+    Q_OBJECT
+
+public slots:
+    void open(const QUrl& url) { opened << url.toEncoded(); }
+
+protected:
+    void SetUp() override
+    {
+        for (const char* scheme : {"file", "https"})
+            QDesktopServices::setUrlHandler(scheme, this, "open");
+    }
+
+    void TearDown() override
+    {
+        for (const char* scheme : {"file", "https"})
+            QDesktopServices::unsetUrlHandler(scheme);
+    }
+
+    QList<QByteArray> opened;
+    DesktopShell shell;
+};
+
+TEST_F(TheDesktopsPrograms, OpenAFileByItsPathToTheLetter)
+{
+    EXPECT_TRUE(shell.ShellExecute("/music/50% slower #1?.html"));
+    EXPECT_EQ(opened, QList<QByteArray>{"file:///music/50%25%20slower%20%231%3F.html"});
+}
+
+TEST_F(TheDesktopsPrograms, OpenAnAddress)
+{
+    EXPECT_TRUE(shell.ShellExecute("https://maker.example/support?from=player#top"));
+    EXPECT_EQ(opened, QList<QByteArray>{"https://maker.example/support?from=player#top"});
+}
+
 }  // namespace
+
+#include "DesktopShellTest.moc"

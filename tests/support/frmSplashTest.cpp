@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QScreen>
 #include <QTimer>
+#include <QWindow>
 #include <cstdlib>
 #include <numeric>
 #include <vector>
@@ -66,7 +67,14 @@ TEST_F(Splash, StaysOnTopOfItsHiddenOwner)
     owned.show();
     EXPECT_TRUE(owned.isVisible());
     EXPECT_FALSE(owner.isVisible());
-    EXPECT_EQ(owned.windowFlags() & Qt::WindowStaysOnTopHint, Qt::WindowStaysOnTopHint);
+    ASSERT_NE(owner.windowHandle(), nullptr);
+    EXPECT_EQ(owned.windowHandle()->transientParent(), owner.windowHandle());
+}
+
+// A window on top of all others would hide the message boxes of the load, and each of them waits for an answer.
+TEST_F(Splash, IsOnTopOfNothingElse)
+{
+    EXPECT_FALSE(window.windowFlags() & Qt::WindowStaysOnTopHint);
 }
 
 TEST_F(Splash, RunsItsSearchingBlocksOnceAcrossWhenItIsShown)

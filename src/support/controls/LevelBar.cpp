@@ -1,6 +1,7 @@
 #include "support/controls/LevelBar.h"
 
-#include <QAccessibleWidget>
+#include "support/controls/AccessibleBar.h"
+
 #include <QEvent>
 #include <QFontMetrics>
 #include <QPaintEvent>
@@ -20,32 +21,14 @@ QColor between(const QColor& ground, const QColor& ink)
 }
 
 // Nothing is sent when the value changes: a reader would talk of nothing else while a sound plays.
-class AccessibleLevelBar : public QAccessibleWidget, public QAccessibleValueInterface
+class AccessibleLevelBar : public AccessibleBar
 {
 public:
-    explicit AccessibleLevelBar(LevelBar* bar)
-        : QAccessibleWidget(bar, QAccessible::ProgressBar)
-    {
-    }
-
-    void* interface_cast(QAccessible::InterfaceType type) override
-    {
-        return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
-                                                   : QAccessibleWidget::interface_cast(type);
-    }
-
-    QAccessible::State state() const override
-    {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.readOnly = true;
-        return state;
-    }
+    using AccessibleBar::AccessibleBar;
 
     QVariant currentValue() const override { return bar().value(); }
     QVariant minimumValue() const override { return bar().minimum(); }
     QVariant maximumValue() const override { return bar().maximum(); }
-    QVariant minimumStepSize() const override { return 1; }
-    void setCurrentValue(const QVariant&) override {}
 
 private:
     const LevelBar& bar() const { return *static_cast<LevelBar*>(widget()); }

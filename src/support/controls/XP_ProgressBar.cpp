@@ -1,8 +1,8 @@
 #include "support/controls/XP_ProgressBar.h"
 
 #include "support/Numbers.h"
+#include "support/controls/AccessibleBar.h"
 
-#include <QAccessibleWidget>
 #include <QPainter>
 #include <algorithm>
 
@@ -62,35 +62,17 @@ QRegion roundedRegion(const QRect& whole)
     return region;
 }
 
-class AccessibleProgressBar : public QAccessibleWidget, public QAccessibleValueInterface
+class AccessibleProgressBar : public AccessibleBar
 {
 public:
-    explicit AccessibleProgressBar(XP_ProgressBar* bar)
-        : QAccessibleWidget(bar, QAccessible::ProgressBar)
-    {
-    }
+    using AccessibleBar::AccessibleBar;
 
-    void* interface_cast(QAccessible::InterfaceType type) override
-    {
-        return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
-                                                   : QAccessibleWidget::interface_cast(type);
-    }
-
-    QAccessible::State state() const override
-    {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.readOnly = true;
-        return state;
-    }
-
-    QVariant currentValue() const override { return bar()->Value(); }
-    void setCurrentValue(const QVariant&) override {}
-    QVariant maximumValue() const override { return bar()->Max(); }
-    QVariant minimumValue() const override { return bar()->Min(); }
-    QVariant minimumStepSize() const override { return 1; }
+    QVariant currentValue() const override { return bar().Value(); }
+    QVariant minimumValue() const override { return bar().Min(); }
+    QVariant maximumValue() const override { return bar().Max(); }
 
 private:
-    const XP_ProgressBar* bar() const { return static_cast<XP_ProgressBar*>(widget()); }
+    const XP_ProgressBar& bar() const { return *static_cast<XP_ProgressBar*>(widget()); }
 };
 
 QAccessibleInterface* makeAccessible(const QString&, QObject* object)

@@ -1,6 +1,7 @@
 #include "support/dialogs/QtCommonDialog.h"
 
-#include <QApplication>
+#include "support/dialogs/DialogOwner.h"
+
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -77,7 +78,7 @@ FileDialogAnswer QtCommonDialog::ShowSave(const FileDialogSetup& setup)
 
 FileDialogAnswer QtCommonDialog::ask(const FileDialogSetup& setup, Purpose purpose)
 {
-    QFileDialog dialog(QApplication::activeWindow(), setup.title);
+    QFileDialog dialog(dialogOwner(), setup.title);
     dialog.setAcceptMode(purpose == Purpose::Open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     const bool several = setup.flags & FileDialogSetup::AllowMultiselect;
     dialog.setFileMode(purpose == Purpose::Save ? QFileDialog::AnyFile

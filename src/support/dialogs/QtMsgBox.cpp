@@ -1,5 +1,7 @@
 #include "support/dialogs/QtMsgBox.h"
 
+#include "support/dialogs/DialogOwner.h"
+
 #include <QApplication>
 #include <QMessageBox>
 
@@ -25,7 +27,7 @@ QMessageBox::Icon icon(MsgBox::Look look)
 void QtMsgBox::show(const QString& text, Look look, const QString& title)
 {
     const QString shownTitle = title.isEmpty() ? QApplication::applicationDisplayName() : title;
-    QMessageBox box(icon(look), shownTitle, text, QMessageBox::Ok, QApplication::activeWindow());
+    QMessageBox box(icon(look), shownTitle, text, QMessageBox::Ok, dialogOwner());
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }

@@ -2,7 +2,7 @@
 
 #include "support/dialogs/MsgBox.h"
 
-/// The message box of the user's desktop, in front of the window that is active.
+/// The message box of the user's desktop, in front of the window that the user sees.
 class QtMsgBox : public MsgBox
 {
 public:
