@@ -44,7 +44,7 @@ FrameCount Stretcher::lead() const
     return {startPad.value + startPad.value / 2};
 }
 
-void Stretcher::start(FrameInput& input, FramePosition first, double newTimeRatio, double newPitchScale)
+void Stretcher::begin(FramePosition first, double newTimeRatio, double newPitchScale)
 {
     timeRatio = newTimeRatio;
     pitchScale = newPitchScale;
@@ -53,19 +53,33 @@ void Stretcher::start(FrameInput& input, FramePosition first, double newTimeRati
     stretcher->setPitchScale(pitchScale);
 
     const FrameCount buildUp = lead() - startPad;
-    std::int64_t toDrop = static_cast<std::int64_t>(stretcher->getStartDelay());
     const auto builtUp = std::llround(static_cast<double>(buildUp.value) * timeRatio);
-    toDrop += builtUp;
+    toDrop = {static_cast<std::int64_t>(stretcher->getStartDelay()) + builtUp};
+    halfOfDrop = {toDrop.value / 2};
 
     fed = first - lead();
     given = 0;
     const double rounding = static_cast<double>(builtUp) / timeRatio - static_cast<double>(buildUp.value);
     map.start(0, static_cast<double>(first.value) + rounding, 1 / timeRatio);
+}
 
-    while (toDrop > 0) {
+void Stretcher::primeHalf(FrameInput& input)
+{
+    drop(input, halfOfDrop);
+}
+
+void Stretcher::prime(FrameInput& input)
+{
+    drop(input, {0});
+}
+
+// Throws output away until so much of it is left to be thrown away.
+void Stretcher::drop(FrameInput& input, FrameCount rest)
+{
+    while (toDrop.value > rest.value) {
         while (stretcher->available() <= 0)
             feed(input);
-        toDrop -= take({std::min(toDrop, block.value)}, interleavedBlock.data()).value;
+        toDrop = toDrop - take({std::min(toDrop.value, block.value)}, interleavedBlock.data());
     }
 }
 

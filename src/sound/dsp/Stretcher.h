@@ -33,25 +33,31 @@ public:
     /// are full there.
     FrameCount lead() const;
 
-    /// Begins anew with an input that stands lead() frames before input place @p first; the next frame of render()
-    /// is
-    /// @p first. @p timeRatio is output length over input length, @p pitchScale output frequency over input
-    /// frequency.
-    void start(FrameInput& input, FramePosition first, double timeRatio, double pitchScale);
+    /// Begins anew with an input that stands lead() frames before input place @p first. Once it is primed, the next
+    /// frame of render() is @p first. @p timeRatio is output length over input length, @p pitchScale output
+    /// frequency over input frequency.
+    void begin(FramePosition first, double timeRatio, double pitchScale);
+
+    /// Does the first half of the priming, if it is not done yet: as long as about five blocks of rendering.
+    void primeHalf(FrameInput& input);
+
+    /// Does the rest of it.
+    void prime(FrameInput& input);
 
     /// Changes both while running. A pitch is heard at once; a ratio when the library's window has passed.
     void change(double timeRatio, double pitchScale);
 
     void render(FrameInput& input, FrameCount count, float* interleaved);
 
-    /// How many frames render() has given since start().
+    /// How many frames render() has given since begin().
     double rendered() const { return given; }
 
-    /// The input place of the frame that is number @p frame since start(); the last thousands are remembered.
+    /// The input place of the frame that is number @p frame since begin(); the last thousands are remembered.
     double inputAt(double frame) const;
 
 private:
     void feed(FrameInput& input);
+    void drop(FrameInput& input, FrameCount rest);
     FrameCount take(FrameCount count, float* interleaved);
 
     std::unique_ptr<RubberBand::RubberBandStretcher> stretcher;
@@ -61,8 +67,10 @@ private:
     double timeRatio = 1;
     double pitchScale = 1;
     FramePosition fed;  // the input place of the next frame to feed
-    double given = 0;   // output frames since start
-    TimeMap map;        // from frames given to input places
+    FrameCount toDrop;  // of the output, until it is primed
+    FrameCount halfOfDrop;
+    double given = 0;  // output frames since start
+    TimeMap map;       // from frames given to input places
     std::vector<float> interleavedBlock;
     std::vector<std::vector<float>> planes;
     std::vector<float*> planePointers;

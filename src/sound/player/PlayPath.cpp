@@ -19,6 +19,13 @@ void PlayPath::prepare(SampleRate rate, int channels, FrameCount block)
 void PlayPath::start(const SampleSource& source, const PlayWindow& window, FramePosition first,
                      const Changes& changes)
 {
+    beginStart(source, window, first, changes);
+    finishStart();
+}
+
+void PlayPath::beginStart(const SampleSource& source, const PlayWindow& window, FramePosition first,
+                          const Changes& changes)
+{
     current = changes;
     windowReader.open(source, window, first,
                       changes.stretches() ? WindowReader::stretchedSeam : WindowReader::plainSeam);
@@ -30,12 +37,19 @@ void PlayPath::start(const SampleSource& source, const PlayWindow& window, Frame
 
     if (changes.stretches()) {
         windowReader.seek(begin - stretcher.lead());
-        stretcher.start(windowReader, begin, 1 / changes.tempo, changes.pitch);
+        stretcher.begin(begin, 1 / changes.tempo, changes.pitch);
+        stretcher.primeHalf(windowReader);
     } else {
         windowReader.seek(begin);
     }
-    if (changes.resamples())
-        variableRate.start(changes.stretches() ? static_cast<FrameInput&>(stretched) : windowReader, changes.rate);
+}
+
+void PlayPath::finishStart()
+{
+    if (current.stretches())
+        stretcher.prime(windowReader);
+    if (current.resamples())
+        variableRate.start(current.stretches() ? static_cast<FrameInput&>(stretched) : windowReader, current.rate);
 }
 
 bool PlayPath::canChangeTo(const Changes& changes) const

@@ -28,6 +28,11 @@ public:
     /// about ten blocks where the sound is stretched.
     void start(const SampleSource& source, const PlayWindow& window, FramePosition first, const Changes& changes);
 
+    /// The same in two halves of the time; nothing else is asked of the path in between.
+    void beginStart(const SampleSource& source, const PlayWindow& window, FramePosition first,
+                    const Changes& changes);
+    void finishStart();
+
     /// Whether change() can bring these about, or the path must be started anew.
     bool canChangeTo(const Changes& changes) const;
     void change(const Changes& changes);

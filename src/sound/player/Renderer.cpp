@@ -48,6 +48,7 @@ void Renderer::update(const Transport& transport, const Settings& newSettings)
 // Puts into force what is wanted, where nothing sounds that would have to be faded.
 void Renderer::adopt()
 {
+    halfStart.done = false;
     const bool newSound = wanted.sound != current.sound;
     if (newSound || wanted.jump != current.jump) {
         held = static_cast<double>(wanted.position.value);
@@ -115,6 +116,7 @@ void Renderer::render(float* stereo)
         path().change(settings.changes);
     }
     current = wanted;
+    halfStart.done = false;
     renderSounding(stereo);
 }
 
@@ -196,15 +198,43 @@ void Renderer::renderLeaving(float* stereo)
     adopt();
 }
 
+// Goes over to the idle path, started at @p first. To start a stretcher takes longer than a block may where the
+// output's buffer is short, so half of it is done one block ahead, while the running path sounds on. What is wanted
+// otherwise meanwhile is started in one go.
 void Renderer::renderRestart(FramePosition first, float* stereo)
+{
+    LoadedSound& sound = *current.sound;
+    PlayPath& idle = sound.path(1 - activePath);
+    const bool jumps = wanted.jump != current.jump;
+    const FramePosition predicted =
+        jumps ? first
+              : foldedIn(current.window,
+                         FramePosition{std::llround(path().position(static_cast<double>(blockFrames.value)))});
+    const bool halfDone = halfStart.done && halfStart.transport == wanted &&
+                          halfStart.changes == settings.changes && halfStart.first == first;
+    const bool endsBefore = !current.window.repeats && predicted >= current.window.end;
+    if (halfDone) {
+        idle.finishStart();
+    } else if (!halfStart.done && settings.changes.stretches() && !endsBefore && decodedAt(predicted)) {
+        halfStart = {true, wanted, settings.changes, predicted};
+        idle.beginStart(sound.source(), wanted.window, predicted, settings.changes);
+        renderSounding(stereo);
+        return;
+    } else {
+        idle.start(sound.source(), wanted.window, first, settings.changes);
+    }
+    halfStart.done = false;
+    current = wanted;
+    ended = false;
+    renderCrossover(stereo);
+}
+
+// One block from the path that sounds to the other one, which is started.
+void Renderer::renderCrossover(float* stereo)
 {
     LoadedSound& sound = *current.sound;
     PlayPath& leaving = path();
     activePath = 1 - activePath;
-    current = wanted;
-    ended = false;
-
-    path().start(sound.source(), current.window, first, settings.changes);
     const double from = path().position();
     path().render(blockFrames, sound.comingBlock());
     const double to = path().position();

@@ -50,6 +50,15 @@ public:
     Peaks takePeaks(FrameCount delay);
 
 private:
+    /// A start of the idle path of which half is done: what it is for.
+    struct HalfStart
+    {
+        bool done = false;
+        Transport transport;
+        Changes changes;
+        FramePosition first;
+    };
+
     enum class State : std::uint8_t
     {
         Silent,   // nothing to play: stopped, paused or at the end
@@ -63,6 +72,7 @@ private:
     void renderSounding(float* stereo);
     void renderLeaving(float* stereo);
     void renderRestart(FramePosition first, float* stereo);
+    void renderCrossover(float* stereo);
     void finish(const float* frames, float* stereo, TimelineEntry entry);
 
     bool decodedAt(FramePosition first) const;
@@ -80,6 +90,7 @@ private:
     bool resuming = false;  // the sound left with a fade and comes back with one
     bool ended = false;
     int activePath = 0;
+    HalfStart halfStart;
     FrameCount sinceChange;     // of tempo or pitch
     bool dragged = false;       // changes went into the running path since it was started
     std::int64_t soundEnd = 0;  // the output frame behind the last one that was not plain silence

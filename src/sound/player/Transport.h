@@ -27,6 +27,8 @@ struct Transport
     PlayWindow window;
     Motion motion = Motion::Stopped;
     LoadedSound* sound = nullptr;  ///< Null: none.
+
+    bool operator==(const Transport&) const = default;
 };
 
 }  // namespace sound

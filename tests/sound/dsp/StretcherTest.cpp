@@ -42,7 +42,9 @@ public:
     void start(FramePosition first, double tempo, double pitch)
     {
         input = std::make_unique<SoundInput>(source, first - stretcher.lead());
-        stretcher.start(*input, first, 1 / tempo, pitch);
+        stretcher.begin(first, 1 / tempo, pitch);
+        stretcher.primeHalf(*input);
+        stretcher.prime(*input);
     }
 
     void change(double tempo, double pitch) { stretcher.change(1 / tempo, pitch); }

@@ -58,20 +58,24 @@ TEST_P(LiveChangeTest, ItIsHeardWithinTwentyMillisecondsAndThePlaceGoesOn)
     const double placeBefore = bench.position();
     bench.settings.changes = after;
     bench.settingsChanged();
-    bench.render(bench.block());
+    bench.render(2 * bench.block());
     const double placeAfter = bench.position();
-    // One block is 10 ms at the new speed; the place of a path is a whole frame at its start.
-    EXPECT_NEAR(placeAfter - placeBefore, static_cast<double>(bench.block()) * after.tempo * after.rate, 1.5);
+    // Two blocks of 10 ms, the first of them at the old speed where a stretcher is primed meanwhile; the place of a
+    // path is a whole frame at its start.
+    const double newSpeed = after.tempo * after.rate;
+    const double firstSpeed = after.stretches() ? before.tempo * before.rate : newSpeed;
+    const double wayOfFirst = (firstSpeed - newSpeed) * static_cast<double>(bench.block());
+    EXPECT_NEAR(placeAfter - placeBefore, wayOfFirst + 2 * newSpeed * static_cast<double>(bench.block()), 1.5);
     bench.render(44100);
 
     // From 20 ms after the change on, the sound is what theory says of that place: its frequency tells.
     const std::vector<float> left = bench.left();
     const std::int64_t settled = changed + 882;
     const std::span<const float> heard(left.data() + settled, 4410);
-    const double middle = placeBefore + (882 + 2205) * after.tempo * after.rate;
+    const double middle = placeBefore + wayOfFirst + (882 + 2205) * newSpeed;
     const double expected = (first + sweep * middle / rate.hertz) * after.pitch * after.rate;
-    // A place 10 ms off is 2 Hz off.
-    EXPECT_NEAR(frequencyInTheMiddle(heard), expected, 2.0);
+    // A place 5 ms off is 1 Hz off.
+    EXPECT_NEAR(frequencyInTheMiddle(heard), expected, 1.0);
 }
 
 TEST_P(LiveChangeTest, ItMakesNoClickAndNoGapInASteadyTone)
