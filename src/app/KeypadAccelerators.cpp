@@ -72,6 +72,7 @@ QAction* KeypadAccelerators::actionOf(const QKeyEvent& event) const
 
 bool KeypadAccelerators::windowTakesKeys() const
 {
-    return QApplication::activeWindow() == &window && !QApplication::activePopupWidget() &&
-           !qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    const auto* text = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    const bool edits = text && !text->isReadOnly();
+    return QApplication::activeWindow() == &window && !QApplication::activePopupWidget() && !edits;
 }

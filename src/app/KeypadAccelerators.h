@@ -9,8 +9,8 @@ class QWidget;
 
 /// Accelerators on the digits of the numeric keypad, with Num Lock on or off and no other modifier held.
 ///
-/// They work while the window is the active one and no text box in it has the focus: there a digit is typed, and
-/// without Num Lock the same keys move the cursor.
+/// They work while the window is the active one and no text box that can be edited has the focus: there a digit is
+/// typed, and without Num Lock the same keys move the cursor.
 ///
 /// An action's own shortcut cannot do this. A shortcut with the keypad modifier never comes on a real display, and
 /// one without it comes for the digit row as well.

@@ -29,7 +29,8 @@ void OpenWindows::open(QWidget* window)
 
 void OpenWindows::bringToFront(QWidget& window)
 {
-    window.showNormal();
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
     window.raise();
     window.activateWindow();
 }

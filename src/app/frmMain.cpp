@@ -139,7 +139,7 @@ void frmMain::placePanels()
     ui->rightColumnRows->addWidget(tempoPitch, 3);
     ui->rightColumnRows->addWidget(level);
 
-    ui->rows->addWidget(equalizer);
+    ui->rows->insertWidget(ui->rows->indexOf(ui->status), equalizer);
     equalizer->hide();
 
     ui->columns->setStretchFactor(0, 3);
@@ -216,7 +216,7 @@ void frmMain::orderTabs()
 {
     QWidgetList order;
     for (QWidget* panel : std::initializer_list<QWidget*>{playlist, marks, position, transport, tempoPitch, level,
-                                                          ui->status, equalizer, toolBar}) {
+                                                          equalizer, ui->status, toolBar}) {
         for (QWidget* next = panel->nextInFocusChain(); panel->isAncestorOf(next);
              next = next->nextInFocusChain()) {
             if (next->focusPolicy() & Qt::TabFocus)

@@ -96,6 +96,14 @@ TEST_F(TheKeypad, IsLeftToAMenuThatIsOpen)
     EXPECT_EQ(ones, 1);
 }
 
+TEST_F(TheKeypad, RunsItsActionsFromATextBoxThatIsOnlyRead)
+{
+    text.setReadOnly(true);
+    text.setFocus();
+    press(Qt::Key_1);
+    EXPECT_EQ(ones, 1);
+}
+
 TEST_F(TheKeypad, IsLeftToAnotherWindow)
 {
     QLineEdit otherWindow;

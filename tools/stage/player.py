@@ -126,8 +126,17 @@ class Player:
         return self._look_for(name, role) is not None
 
     def place(self, name, role=None):
-        area = self.find(name, role).get_extents(self._accessibility.CoordType.SCREEN)
-        return area.x, area.y, area.width, area.height
+        return self._place_of(self.find(name, role))
+
+    def _place_of(self, item):
+        """In pixels of the screen; the program tells it before its scaling."""
+        area = item.get_extents(self._accessibility.CoordType.SCREEN)
+        scale = float(self._stage.environment.get("QT_SCALE_FACTOR", 1))
+        return area.x * scale, area.y * scale, area.width * scale, area.height * scale
+
+    def origin(self):
+        """Where the content of the main window begins on the screen."""
+        return self.place("Larkspin", "frame")[:2]
 
     def value(self, name):
         return round(self.find(name, "slider").get_current_value())
@@ -224,8 +233,8 @@ class Player:
             return [item for item in self.showing() if item.get_role_name() == "combo box"]
 
         box = wait_until(lambda: len(lists()) > number and lists()[number], "the drop-down list")
-        area = box.get_extents(self._accessibility.CoordType.SCREEN)
-        self.click_at(area.x + area.width / 2, area.y + area.height / 2)
+        x, y, width, height = self._place_of(box)
+        self.click_at(x + width / 2, y + height / 2)
         self.type(text)
         self.press("Return")
 

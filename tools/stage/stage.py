@@ -14,7 +14,8 @@ FRAME_BYTES = 2 * 4  # two channels of 32-bit floats
 class Stage:
     """Use it in a with statement: leaving that ends every process and removes every file that the stage made."""
 
-    def __init__(self, logs=None):
+    def __init__(self, logs=None, size="1280x900"):
+        self._size = size
         self.folder = tempfile.mkdtemp(prefix="larkspin-")
         runtime = os.path.join(self.folder, "run")
         os.mkdir(runtime, mode=0o700)
@@ -79,7 +80,7 @@ class Stage:
 
     def _start_display(self):
         told, tells = os.pipe()
-        arguments = ["Xvfb", "-displayfd", str(tells), "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-r", "-noreset"]
+        arguments = ["Xvfb", "-displayfd", str(tells), "-screen", "0", self._size + "x24", "-nolisten", "tcp", "-r", "-noreset"]
         self.processes.start("display", arguments, self.environment, pass_fds=(tells,))
         os.close(tells)
         with os.fdopen(told) as answer:  # the display takes a free number and tells which

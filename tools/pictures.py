@@ -1,0 +1,80 @@
+"""Takes the pictures of the README and the manual from the real program.
+
+    python3 tools/pictures.py build/release
+
+Run it when the windows have changed. Each picture is a window, without its frame, at one and a half times the usual size.
+"""
+
+import os
+import sys
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.join(ROOT, "tools", "stage"))
+
+from player import Player
+from processes import end_on_signals, wait_until
+from stage import Stage
+
+MANUAL = os.path.join(ROOT, "docs", "manual", "pictures")
+TRACKS = ("before-the-lesson.mp3", "before-the-lesson.wav")
+
+
+def take(stage, title, path, crop=None):
+    time.sleep(0.7)  # what is drawn at the last moment shall be in the picture
+    window = stage.run("xdotool", "search", "--onlyvisible", "--name", title).split()[0]
+    cut = ["-crop", crop, "+repage"] if crop else []
+    stage.run("convert", "x:" + window, *cut, "-depth", "8", "+dither", "-colors", "192", path)
+
+
+def main():
+    build = os.path.abspath(sys.argv[1])
+    end_on_signals()
+    with Stage(size="2600x1700") as stage:
+        stage.choose(Show_Tips_at_Startup=0)
+        stage.environment["QT_SCALE_FACTOR"] = "1.5"
+        player = Player(stage, os.path.join(build, "larkspin"))
+        player.start()
+        for track in TRACKS:
+            player.add(os.path.join(build, "practice", track))
+        player.pick("before-the-lesson (MP3 file)")
+        wait_until(lambda: player.value("End loop position") == 34, "the track to load")
+        player.set_value("Tempo in percent", -20)
+        player.set_value("Pitch in semitones", 2)
+        player.set_value("Begin loop position", 4)
+        player.set_value("End loop position", 12)
+        player.enter("Thousandths of the begin loop position", "250")
+        player.enter("Thousandths of the end loop position", "595")
+        player.click("Play loop", "push button")
+        time.sleep(1.5)
+        take(stage, "^Larkspin$", os.path.join(MANUAL, "larkspin.png"))
+        for _ in range(3):
+            player.press("F5")
+            time.sleep(1.2)
+        player.click("Expand sound options", "push button")
+        player.choose(0, "Full Bass Treble")
+        take(stage, "^Larkspin$", os.path.join(MANUAL, "expanded.png"))
+        x, y, width, height = player.place("Playlist", "list")
+        left, top = player.origin()
+        take(stage, "^Larkspin$", os.path.join(MANUAL, "marks.png"),
+             f"{width + 32:.0f}x{height + 335:.0f}+{max(0, x - left - 20):.0f}+{y - top - 70:.0f}")
+        player.click("Collapse sound options", "push button")
+        player.press("ctrl+t")
+        player.wait_for_window("^Transpose calculator$")
+        player.choose(0, "G")
+        player.choose(1, "A")
+        take(stage, "^Transpose calculator$", os.path.join(MANUAL, "transpose.png"))
+        player.press("alt+F4")
+        player.wait_for_no_window("^Transpose calculator$")
+        player.activate()
+        player.press("ctrl+b")
+        player.wait_for_window("^Beats per minute calculator$")
+        player.click("Determine tempo, click with each beat", "push button", times=10)
+        wait_until(lambda: player.shows("120 Bpm", "label"), "the result", 10)
+        player.choose(0, "96")
+        take(stage, "^Beats per minute calculator$", os.path.join(MANUAL, "bpm.png"))
+        player.end()
+
+
+if __name__ == "__main__":
+    main()
