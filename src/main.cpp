@@ -3,7 +3,6 @@
 #include "sound/player/SoundEngines.h"
 #include "support/DesktopShell.h"
 #include "support/IconTheme.h"
-#include "support/Pictures.h"
 #include "support/SettingsStore.h"
 #include "support/dialogs/QtCommonDialog.h"
 #include "support/dialogs/QtMsgBox.h"
@@ -18,7 +17,6 @@ int main(int argc, char** argv)
     QApplication::setApplicationName("Larkspin");
     QApplication::setDesktopFileName("larkspin");
     const IconTheme icons;
-    QApplication::setWindowIcon(programIcon());
 
     const std::unique_ptr<EngineSet> engines = sound::makeSoundEngines();
     QtCommonDialog dialog;
