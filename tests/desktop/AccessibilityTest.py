@@ -3,15 +3,8 @@
 import os
 import unittest
 
-from player import Player
+from DesktopTest import DesktopTest
 from processes import end_on_signals, wait_until
-from stage import Stage
-
-BUILD = os.environ["LARKSPIN_BUILD"]
-KEPT = os.path.join(BUILD, "desktop", "accessibility")
-WAV = os.path.join(BUILD, "practice", "before-the-lesson.wav")
-LABEL = "before-the-lesson (Wav file)"
-SECONDS = 34  # of the track
 
 # What a user can act on, and what it must be called by.
 ACTIVE = {"push button", "toggle button", "slider", "text", "check box", "list", "combo box", "menu item"}
@@ -45,34 +38,7 @@ PANELS = {
 }
 
 
-class AccessibilityTest(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.stage = cls.enterClassContext(Stage(logs=KEPT))
-
-    def setUp(self):
-        self.results = os.path.join(KEPT, self.id().split(".")[-1])
-        os.makedirs(self.results, exist_ok=True)
-        self.stage.new_home()
-
-    def keep_screenshot(self):
-        self.stage.screenshot(os.path.join(self.results, "screen.png"))
-
-    def start(self, **settings):
-        self.stage.choose(**settings)
-        self.player = Player(self.stage, os.path.join(BUILD, "larkspin"))
-        self.addCleanup(self.player.end)
-        self.addCleanup(self.keep_screenshot)  # runs before the end of the player
-        self.player.start()
-
-    def start_without_tips(self):
-        self.start(Show_Tips_at_Startup=0)
-
-    def load(self):
-        self.player.add(WAV)
-        self.player.pick(LABEL)
-        wait_until(lambda: self.player.value("End loop position") == SECONDS, "the track to load")
-
+class AccessibilityTest(DesktopTest):
     def test_every_control_of_the_window_has_its_name(self):
         self.start_without_tips()
         self.player.act("Expand sound options", "push button")

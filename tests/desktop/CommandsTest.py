@@ -3,15 +3,8 @@
 import os
 import unittest
 
-from player import Player
+from DesktopTest import BUILD, LABEL_OF_WAV, SECONDS, WAV, DesktopTest
 from processes import end_on_signals, wait_until
-from stage import Stage
-
-BUILD = os.environ["LARKSPIN_BUILD"]
-KEPT = os.path.join(BUILD, "desktop", "commands")
-WAV = os.path.join(BUILD, "practice", "before-the-lesson.wav")
-LABEL = "before-the-lesson (Wav file)"
-SECONDS = 34  # of the track
 
 TEMPO = "Tempo in percent"
 SEMITONES = "Pitch in semitones"
@@ -43,31 +36,17 @@ STEPS = (
 KEYPAD = {0: "90", 1: "87", 3: "89"}
 
 
-class CommandsTest(unittest.TestCase):
+class CommandsTest(DesktopTest):
     @classmethod
     def setUpClass(cls):
-        cls.stage = cls.enterClassContext(Stage(logs=KEPT))
+        super().setUpClass()
         cls.opened = os.path.join(cls.stage.folder, "opened")
         cls.stage.stand_in("xdg-open", f'echo "$1" >> "{cls.opened}"')
         cls.stage.stand_in("xdg-mime", "exit 0")
 
     def setUp(self):
-        self.results = os.path.join(KEPT, self.id().split(".")[-1])
-        os.makedirs(self.results, exist_ok=True)
-        self.stage.new_home()
-        self.stage.choose(Show_Tips_at_Startup=0)
-        self.player = Player(self.stage, os.path.join(BUILD, "larkspin"))
-        self.addCleanup(self.player.end)
-        self.addCleanup(self.keep_screenshot)  # runs before the end of the player
-        self.player.start()
-
-    def keep_screenshot(self):
-        self.stage.screenshot(os.path.join(self.results, "screen.png"))
-
-    def load(self):
-        self.player.add(WAV)
-        self.player.pick(LABEL)
-        wait_until(lambda: self.player.value("End loop position") == SECONDS, "the track to load")
+        super().setUp()
+        self.start_without_tips()
 
     def assert_sliders(self, **wanted):
         values = {name: wanted.get(name, 0) for name in SLIDERS}
@@ -151,7 +130,7 @@ class CommandsTest(unittest.TestCase):
         self.player.press("shift+Left", "ctrl+c", "ctrl+v", "ctrl+v")
         wait_until(lambda: self.player.text(box) == "44", "the digit copied")
         self.assert_sliders()
-        self.assertEqual(self.player.items(), [LABEL])
+        self.assertEqual(self.player.items(), [LABEL_OF_WAV])
 
     def test_a_text_box_takes_the_digits_of_the_keypad(self):
         self.load()
@@ -165,7 +144,7 @@ class CommandsTest(unittest.TestCase):
     def test_the_playlist_is_worked_by_keys(self):
         self.player.press("ctrl+o")
         self.player.answer_file_dialog("^Open audio", WAV)
-        wait_until(lambda: self.player.items() == [LABEL], "the new item")
+        wait_until(lambda: self.player.items() == [LABEL_OF_WAV], "the new item")
         self.player.add(WAV)
         self.player.focus("Playlist", "list")
         self.player.type("bef")

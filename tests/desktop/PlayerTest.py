@@ -6,43 +6,19 @@ Run by ctest with the build folder and the project's stage on the path; see CMak
 import os
 import unittest
 
+from DesktopTest import BUILD, LABEL_OF_WAV, SECONDS, WAV, DesktopTest
 from measure import measure
-from player import Player
 from processes import end_on_signals, wait_until
-from stage import Stage
 
-BUILD = os.environ["LARKSPIN_BUILD"]
-KEPT = os.path.join(BUILD, "desktop", "player")
-WAV = os.path.join(BUILD, "practice", "before-the-lesson.wav")
 MP3 = os.path.join(BUILD, "practice", "before-the-lesson.mp3")
-LABEL_OF_WAV = "before-the-lesson (Wav file)"
 LABEL_OF_MP3 = "before-the-lesson (MP3 file)"
-SECONDS = 34  # of the track
 SETTLED = 0.5
 
 
-class PlayerTest(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.stage = cls.enterClassContext(Stage(logs=KEPT))
-
+class PlayerTest(DesktopTest):
     def setUp(self):
-        self.results = os.path.join(KEPT, self.id().split(".")[-1])
-        os.makedirs(self.results, exist_ok=True)
-        self.stage.new_home()
-        self.stage.choose(Show_Tips_at_Startup=0)
-        self.player = Player(self.stage, os.path.join(BUILD, "larkspin"))
-        self.addCleanup(self.player.end)
-        self.addCleanup(self.keep_screenshot)  # runs before the end of the player
-        self.player.start()
-
-    def keep_screenshot(self):
-        self.stage.screenshot(os.path.join(self.results, "screen.png"))
-
-    def load(self, path, label):
-        self.player.add(path)
-        self.player.pick(label)
-        wait_until(lambda: self.player.value("End loop position") == SECONDS, "the track to load")
+        super().setUp()
+        self.start_without_tips()
 
     def play(self):
         self.player.click("Play", "push button")

@@ -46,7 +46,10 @@ class Soak:
         self.done += 1
 
     def keys(self):
-        self.player.press(*self.chance.choices(KEYS, k=self.chance.randint(1, 6)))
+        keys = self.chance.choices(KEYS, k=self.chance.randint(1, 6))
+        self.player.press(*keys)
+        if {"F6", "F7", "F8"} & set(keys):
+            self.loop()  # a mark plays on to the end of the track
 
     def slider(self):
         name = self.chance.choice(SLIDERS)
@@ -76,7 +79,7 @@ class Soak:
         self.player.activate()
 
     def loop(self):
-        """Keeps it from running to the end of the track, where it would stop."""
+        """Has the loop played again, near the end of the track at the most."""
         self.player.set_value("End loop position", self.chance.randint(LOOP[1] - 3, LOOP[1] + 2))
         self.player.act("Play loop", "push button")
 
