@@ -20,10 +20,19 @@ STARTS = 10
 IDLE_SECONDS = 20
 
 
-def start_time(stage, program, title):
+def shown(stage, title, at_least):
+    """Whether a window of this title and width is on the screen: the splash has the title of the main window."""
+    for window in stage.run("xdotool", "search", "--onlyvisible", "--name", title, check=False).split():
+        geometry = stage.run("xdotool", "getwindowgeometry", "--shell", window, check=False)
+        if any(int(line[6:]) >= at_least for line in geometry.splitlines() if line.startswith("WIDTH=")):
+            return True
+    return False
+
+
+def start_time(stage, program, title, at_least):
     begin = time.monotonic()
     process = stage.processes.start("startup", [program], stage.environment)
-    while not stage.run("xdotool", "search", "--onlyvisible", "--name", title, check=False):
+    while not shown(stage, title, at_least):
         if process.poll() is not None or time.monotonic() - begin > 20:
             raise RuntimeError(f"{program} shows no window: see {stage.logs}/startup.log")
     taken = time.monotonic() - begin
@@ -55,16 +64,16 @@ def prepare_home(stage):
 
 def main():
     build = os.path.abspath(sys.argv[1])
-    programs = {"larkspin": (os.path.join(build, "larkspin"), "^Larkspin$")}
+    programs = {"larkspin": (os.path.join(build, "larkspin"), "^Larkspin$", 600)}
     if len(sys.argv) > 3:
-        programs[sys.argv[2]] = (sys.argv[2], sys.argv[3])
+        programs[sys.argv[2]] = (sys.argv[2], sys.argv[3], 0)
     end_on_signals()
     with Stage() as stage:
         prepare_home(stage)
         times = {name: [] for name in programs}
         for _ in range(STARTS):
-            for name, (program, title) in programs.items():
-                times[name].append(start_time(stage, program, title))
+            for name, program in programs.items():
+                times[name].append(start_time(stage, *program))
         for name, taken in times.items():
             print(f"{name:<12} {min(taken):6.0f} {statistics.median(taken):6.0f} {max(taken):6.0f} ms to its window")
 
