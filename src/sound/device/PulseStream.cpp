@@ -126,8 +126,8 @@ void PulseStream::makeStream()
     pa_buffer_attr buffer{};
     buffer.maxlength = static_cast<std::uint32_t>(-1);
     buffer.tlength = bytesIn(AudioOutput::longestDelay, rate);
-    // The server takes what is between two requests and the length as the speakers' own buffer: 15 of the 60 ms. The
-    // other 45 are three of its takes, two of which may pass while a block is long in the making.
+    // The server takes what is between two requests and the length as the speakers' own buffer: 15 of the 60 ms.
+    // The other 45 are three of its takes, two of which may pass while a block is long in the making.
     buffer.minreq = bytesIn(AudioOutput::longestDelay / 4, rate);
     // One request's worth starts the sound again after a gap; none at all would let the server skip what comes
     // late.
