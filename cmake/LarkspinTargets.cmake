@@ -59,25 +59,32 @@ function(larkspin_library name)
 endfunction()
 
 # larkspin_test(name SOURCES ... CALLS ... [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])
+# larkspin_test(name SAME_AS other [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])
 #
-# One test program of GoogleTest cases, run by ctest as a whole. Every source is named: nothing is globbed.
+# One test program of GoogleTest cases, run by ctest as a whole. Every source is named: nothing is globbed. The second
+# form runs another test's program once more, in another environment.
 #
 # Tests of windows are mostly the code that their mocks expand to. They are compiled quickly, not to be quick: not
 # optimized, and with the headers that all of them take read once.
 function(larkspin_test name)
-    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;CALLS;LABELS;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "" "TIMEOUT;SAME_AS" "SOURCES;CALLS;LABELS;ENVIRONMENT" ${ARGN})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
-    add_executable(${name} ${ARG_SOURCES})
-    larkspin_warnings(${name})
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_link_libraries(${name} PRIVATE ${ARG_CALLS} GTest::gmock)
-    if("qt_test_main" IN_LIST ARG_CALLS)
-        target_compile_options(${name} PRIVATE -O0 -fpch-preprocess)
-        target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <QApplication> <QWidget>)
+    if(ARG_SAME_AS)
+        add_custom_target(${name} DEPENDS ${ARG_SAME_AS})
+        add_test(NAME ${name} COMMAND ${ARG_SAME_AS})
+    else()
+        add_executable(${name} ${ARG_SOURCES})
+        larkspin_warnings(${name})
+        target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+        target_link_libraries(${name} PRIVATE ${ARG_CALLS} GTest::gmock)
+        if("qt_test_main" IN_LIST ARG_CALLS)
+            target_compile_options(${name} PRIVATE -O0 -fpch-preprocess)
+            target_precompile_headers(${name} REUSE_FROM qt_test_main)
+        endif()
+        add_test(NAME ${name} COMMAND ${name})
     endif()
-    add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         LABELS "${ARG_LABELS}"
         TIMEOUT ${ARG_TIMEOUT}

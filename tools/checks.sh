@@ -44,13 +44,16 @@ check_tidy() {
         xargs -0 -n 4 -P "$jobs" clang-tidy-14 --quiet -p build/release --extra-arg=-Wno-everything 2>/dev/null
 }
 
-# test_under_sanitizers PRESET LABELS: builds the tests with these labels, which are named as their targets are, and
-# what they need; nothing else of the program.
+# test_under_sanitizers PRESET LABELS [WITHOUT]: builds the tests with these labels and without that one, which are named
+# as their targets are, and what they need; nothing else of the program.
 test_under_sanitizers() {
-    local preset=$1 labels=$2 tests
+    local preset=$1 chosen=(--label-regex "$2") tests
+    if [ -n "${3-}" ]; then
+        chosen+=(--label-exclude "$3")
+    fi
     configure "$preset"
-    mapfile -t tests < <(ctest --preset "$preset" -N --label-regex "$labels" | sed -n 's/^ *Test *#[0-9]*: //p')
+    mapfile -t tests < <(ctest --preset "$preset" -N "${chosen[@]}" | sed -n 's/^ *Test *#[0-9]*: //p')
     build "$preset" "${tests[@]}"
     note "Testing: $preset"
-    ctest --preset "$preset" --label-regex "$labels" --output-on-failure -j "$jobs"
+    ctest --preset "$preset" "${chosen[@]}" --output-on-failure -j "$jobs"
 }
