@@ -11,6 +11,7 @@ constexpr double fastest = 16;  // the library reserves filters for speeds up to
 constexpr double slowest = 0.4;
 constexpr double highest = 1.6;
 constexpr std::int64_t framesToSettle = 10000;
+constexpr double framesToForget = 1280;
 
 // The library's interpolation filter looks this many output frames back; measured on a sweep at speeds from 0.4
 // to 1.6.
@@ -70,19 +71,23 @@ void VariableRate::prepare(int channelCount, FrameCount blockFrames)
 
 FrameCount VariableRate::lead()
 {
-    // The library holds 240 frames back and its filters ring: behind fewer frames than these a loud sound before
-    // start() is still to be heard, 90 dB down.
-    return {2048};
+    // The library holds 240 frames back and its filters ring: behind these the first frame is right to -80 dB (to
+    // -60 in the highest octave at full speed). A stretcher before it takes a millisecond for each 200 of them.
+    return {768};
 }
 
 void VariableRate::start(FrameInput& input, double newSpeed)
 {
-    pendingBegin = pendingEnd = 0;
+    std::array<float, 64 * 2> dropped;
     change(newSpeed);
+    pendingBegin = pendingEnd = 0;
+    Silence silence(channels);
+    for (const double forgotten = fed + framesToForget; fed < forgotten;)
+        produce(silence, {64}, dropped.data());
+    pendingBegin = pendingEnd = 0;
     origin = fed;
 
     const double first = origin + static_cast<double>(lead().value) - speed / 2;
-    std::array<float, 64 * 2> dropped;
     while (map.inputAt(produced - filterDelay) < first) {
         const double missing = (first - map.inputAt(produced - filterDelay)) / speed;
         produce(input, {std::clamp<std::int64_t>(static_cast<std::int64_t>(missing), 1, 64)}, dropped.data());

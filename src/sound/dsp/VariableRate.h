@@ -17,8 +17,8 @@ namespace sound {
 /// prepare() first, then start(), then render() as often as wanted; start() again at any time.
 ///
 /// **Threads.** prepare() allocates and belongs to the main thread; the rest takes no lock and allocates nothing:
-/// the resampler is never reset, which would allocate, but fed on, with what it still holds of an earlier run
-/// dropped.
+/// the resampler is never reset, which would allocate, but fed on, with silence between two runs and what it still
+/// holds of the earlier one dropped.
 class VariableRate
 {
 public:

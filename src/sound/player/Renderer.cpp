@@ -199,8 +199,9 @@ void Renderer::renderLeaving(float* stereo)
 }
 
 // Goes over to the idle path, started at @p first. To start a stretcher takes longer than a block may where the
-// output's buffer is short, so half of it is done one block ahead, while the running path sounds on. What is wanted
-// otherwise meanwhile is started in one go.
+// output's buffer is short, so half of it is done one block ahead, while the running path sounds on. When something
+// else is wanted meanwhile, that is begun instead; the second time it is started in one go, so that a change in
+// each block is heard all the same.
 void Renderer::renderRestart(FramePosition first, float* stereo)
 {
     LoadedSound& sound = *current.sound;
@@ -215,8 +216,9 @@ void Renderer::renderRestart(FramePosition first, float* stereo)
     const bool endsBefore = !current.window.repeats && predicted >= current.window.end;
     if (halfDone) {
         idle.finishStart();
-    } else if (!halfStart.done && settings.changes.stretches() && !endsBefore && decodedAt(predicted)) {
-        halfStart = {true, wanted, settings.changes, predicted};
+    } else if (!(halfStart.done && halfStart.again) && settings.changes.stretches() && !endsBefore &&
+               decodedAt(predicted)) {
+        halfStart = {true, halfStart.done, wanted, settings.changes, predicted};
         idle.beginStart(sound.source(), wanted.window, predicted, settings.changes);
         renderSounding(stereo);
         return;

@@ -54,6 +54,7 @@ private:
     struct HalfStart
     {
         bool done = false;
+        bool again = false;  // in place of another one that had come to nothing
         Transport transport;
         Changes changes;
         FramePosition first;

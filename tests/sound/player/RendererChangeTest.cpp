@@ -162,4 +162,46 @@ TEST(RendererChangeTest, AfterADraggedSliderHasComeToRestThePlaceIsExactAgain)
     EXPECT_NEAR(heard, (from + to) / 2, 100);
 }
 
+TEST(RendererChangeTest, AChangeOfMindWhileAStartIsUnderWayLeavesThePlaceExact)
+{
+    constexpr double first = 500;
+    constexpr double sweep = 200;
+    RendererBench bench(sweepSound(rate, first, sweep, 20));
+    bench.play(2 * 44100);
+    bench.render(44100);
+    const double before = bench.position();
+    bench.settings.changes = {0.8, 1, 1};
+    bench.settingsChanged();
+    bench.render(bench.block());
+    bench.settings.changes = {0.7, pitchOf(2), 1.1};
+    bench.settingsChanged();
+    bench.render(2 * bench.block());
+    // Two blocks as before, and one with the change that holds.
+    EXPECT_NEAR(bench.position() - before, (2 + 0.7 * 1.1) * static_cast<double>(bench.block()), 1.5);
+    bench.render(bench.block());
+    const double from = bench.position();
+    bench.output.clear();
+    bench.render(10 * bench.block());
+    const double middle = (from + bench.position()) / 2;
+    EXPECT_NEAR(frequencyInTheMiddle(bench.left()), (first + sweep * middle / rate.hertz) * pitchOf(2) * 1.1, 1.0);
+}
+
+TEST(RendererChangeTest, AnotherPlaceInEachBlockIsHeardAllTheSame)
+{
+    RendererBench bench(noiseSound(rate, 1, {20 * 44100}));
+    bench.settings.changes = {0.8, 1, 1};
+    bench.play(0);
+    bench.render(44100);
+    double last = bench.position();
+    int arrivals = 0;
+    for (int place = 1; place <= 30; ++place) {
+        bench.seek(place * 22050);
+        bench.render(bench.block());
+        if (std::abs(bench.position() - last) > 2 * static_cast<double>(bench.block()))
+            ++arrivals;
+        last = bench.position();
+    }
+    EXPECT_EQ(arrivals, 10);
+}
+
 }  // namespace
