@@ -169,10 +169,14 @@ class Recording:
     def stop(self):
         self._stage.processes.end(self._process)
 
+    def all(self):
+        """The bytes of all frames so far, floats of both channels by turns."""
+        with open(self._raw, "rb") as raw:
+            return raw.read(self._frames() * FRAME_BYTES)
+
     def save(self, path):
         """Writes all of it as a WAV file of floats, to the bit what came out."""
-        with open(self._raw, "rb") as raw:
-            samples = raw.read(self._frames() * FRAME_BYTES)
+        samples = self.all()
         number = lambda value, size: value.to_bytes(size, "little")
         form = number(3, 2) + number(2, 2) + number(RATE, 4) + number(RATE * FRAME_BYTES, 4) + number(8, 2) + number(32, 2)
         content = b"WAVEfmt " + number(len(form), 4) + form + b"data" + number(len(samples), 4) + samples
