@@ -31,6 +31,10 @@ if(LARKSPIN_SANITIZE)
     add_link_options(-fsanitize=${LARKSPIN_SANITIZE})
     # For tests that would take minutes there, and need only walk the same way.
     add_compile_definitions(LARKSPIN_SANITIZED)
+    # Several sources of a library at once: these builds are made whole, by ./check, and what takes its time is the
+    # headers. Names in unnamed namespaces are therefore unique in a library, and in a test of windows.
+    set(CMAKE_UNITY_BUILD ON)
+    set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 endif()
 
 function(larkspin_warnings target)
@@ -82,6 +86,8 @@ function(larkspin_test name)
         if("qt_test_main" IN_LIST ARG_CALLS)
             target_compile_options(${name} PRIVATE -O0 -fpch-preprocess)
             target_precompile_headers(${name} REUSE_FROM qt_test_main)
+        else()
+            set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
         endif()
         add_test(NAME ${name} COMMAND ${name})
     endif()

@@ -29,7 +29,7 @@ protected:
     int balance() const { return valueOf(panel, "sldBalance"); }
 };
 
-struct SliderRow
+struct LevelSliderRow
 {
     const char* name;
     int minimum;
@@ -37,7 +37,7 @@ struct SliderRow
     int value;
 };
 
-class EachLevel : public Level, public ::testing::WithParamInterface<SliderRow>
+class EachLevel : public Level, public ::testing::WithParamInterface<LevelSliderRow>
 {
 };
 
@@ -51,8 +51,9 @@ TEST_P(EachLevel, StartsWithItsRangeAndValueWithoutAnEngineCall)
 }
 
 INSTANTIATE_TEST_SUITE_P(Sliders, EachLevel,
-                         ::testing::Values(SliderRow{"sldGain", 0, 100, 100}, SliderRow{"sldBalance", -50, 50, 0},
-                                           SliderRow{"sldVolume", 0, 65535, 32768}),
+                         ::testing::Values(LevelSliderRow{"sldGain", 0, 100, 100},
+                                           LevelSliderRow{"sldBalance", -50, 50, 0},
+                                           LevelSliderRow{"sldVolume", 0, 65535, 32768}),
                          [](const auto& info) { return std::string(info.param.name); });
 
 struct ToolTipRow

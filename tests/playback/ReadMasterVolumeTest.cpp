@@ -81,14 +81,14 @@ TEST_F(MasterVolume, WritesItsToolTipAlsoWhereTheSliderStandsThereAlready)
     EXPECT_EQ(sldVolume.toolTip(), "5");
 }
 
-struct VolumeRow
+struct MixerRow
 {
     const char* name;
     int value;
     const char* toolTip;
 };
 
-class EachVolumeOfTheMixer : public MasterVolume, public ::testing::WithParamInterface<VolumeRow>
+class EachVolumeOfTheMixer : public MasterVolume, public ::testing::WithParamInterface<MixerRow>
 {
 };
 
@@ -103,11 +103,11 @@ TEST_P(EachVolumeOfTheMixer, IsPutIntoTheSliderAndThenReplacesTheToolTipOfTheCha
 
 // Half of 6553 is 3276.5.
 INSTANTIATE_TEST_SUITE_P(Values, EachVolumeOfTheMixer,
-                         ::testing::Values(VolumeRow{"Full", 65535, "10"}, VolumeRow{"Silent", 0, "0"},
-                                           VolumeRow{"JustUnderHalfATenth", 3276, "0"},
-                                           VolumeRow{"JustOverHalfATenth", 3277, "1"},
-                                           VolumeRow{"FourTenths", 26214, "4"},
-                                           VolumeRow{"NineAndAHalfTenths", 62254, "10"}),
+                         ::testing::Values(MixerRow{"Full", 65535, "10"}, MixerRow{"Silent", 0, "0"},
+                                           MixerRow{"JustUnderHalfATenth", 3276, "0"},
+                                           MixerRow{"JustOverHalfATenth", 3277, "1"},
+                                           MixerRow{"FourTenths", 26214, "4"},
+                                           MixerRow{"NineAndAHalfTenths", 62254, "10"}),
                          [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace

@@ -4,19 +4,19 @@
 
 namespace {
 
-struct Row
+struct LineRow
 {
     const char* name;
     const char* text;
     QStringList fields;
 };
 
-std::string rowName(const ::testing::TestParamInfo<Row>& info)
+std::string nameOfLine(const ::testing::TestParamInfo<LineRow>& info)
 {
     return info.param.name;
 }
 
-class Fields : public ::testing::TestWithParam<Row>
+class Fields : public ::testing::TestWithParam<LineRow>
 {
 protected:
     static std::string shown(const QStringList& fields) { return ("[" + fields.join("][") + "]").toStdString(); }
@@ -46,26 +46,29 @@ TEST_P(Fields, AreTheSameWhenTheTextComesCharacterByCharacter)
 INSTANTIATE_TEST_SUITE_P(
     Texts, Fields,
     ::testing::Values(
-        Row{"NothingHasNoField", "", {}}, Row{"OneLine", "a song\r\n", {"a song"}},
-        Row{"TwoLines", "a\r\nb\r\n", {"a", "b"}}, Row{"LastLineWithoutLineEnd", "a\r\nb", {"a", "b"}},
-        Row{"LineFeedsAlone", "a\nb\n", {"a", "b"}}, Row{"CarriageReturnsAlone", "a\rb\r", {"a", "b"}},
-        Row{"EmptyLineIsAnEmptyField", "a\r\n\r\nb\r\n", {"a", "", "b"}},
-        Row{"OnlyEmptyLines", "\r\n\r\n", {"", ""}}, Row{"LineOfBlanksIsAnEmptyField", "  \t\r\na\r\n", {"", "a"}},
-        Row{"LastLineOfBlanks", "a\r\n  ", {"a", ""}}, Row{"CommaEndsAField", "Blue, Bossa\r\n", {"Blue", "Bossa"}},
-        Row{"TwoCommas", "a,,b\r\n", {"a", "", "b"}}, Row{"CommaAtTheLineEnd", "a,\r\nb\r\n", {"a", "", "b"}},
-        Row{"CommaAtTheTextEnd", "a,", {"a"}}, Row{"CommaAlone", ",\r\n", {"", ""}},
-        Row{"BlanksAtBothEndsGo", "  a song \t\r\n", {"a song"}}, Row{"BlanksInsideStay", "a  b\r\n", {"a  b"}},
-        Row{"BlanksRoundACommaGo", "a , b\r\n", {"a", "b"}},
-        Row{"QuotesHoldACommaIn", "\"a,b\"\r\nc\r\n", {"a,b", "c"}},
-        Row{"QuotesHoldBlanksIn", "\" a \"\r\n", {" a "}},
-        Row{"QuotesHoldALineEndIn", "\"a\r\nb\"\r\nc\r\n", {"a\r\nb", "c"}},
-        Row{"BlanksBeforeQuotesGo", "  \"a,b\"  ,c\r\n", {"a,b", "c"}},
-        Row{"TextBehindQuotesIsTheNextField", "\"a\"b,c\r\n", {"a", "b", "c"}},
-        Row{"QuotesBehindQuotes", "\"a\"\"b\"\r\n", {"a", "b"}},
-        Row{"QuoteInsideAFieldIsPlain", "say \"hi\"\r\n", {"say \"hi\""}},
-        Row{"EmptyQuotes", "\"\"\r\na\r\n", {"", "a"}}, Row{"QuoteThatNeverCloses", "\"a,b\r\nc", {"a,b\r\nc"}},
-        Row{"QuotedLastLineWithoutLineEnd", "\"a\"", {"a"}},
-        Row{"QuotedLastLineWithBlanksBehind", "\"a\"  ", {"a"}}),
-    rowName);
+        LineRow{"NothingHasNoField", "", {}}, LineRow{"OneLine", "a song\r\n", {"a song"}},
+        LineRow{"TwoLines", "a\r\nb\r\n", {"a", "b"}}, LineRow{"LastLineWithoutLineEnd", "a\r\nb", {"a", "b"}},
+        LineRow{"LineFeedsAlone", "a\nb\n", {"a", "b"}}, LineRow{"CarriageReturnsAlone", "a\rb\r", {"a", "b"}},
+        LineRow{"EmptyLineIsAnEmptyField", "a\r\n\r\nb\r\n", {"a", "", "b"}},
+        LineRow{"OnlyEmptyLines", "\r\n\r\n", {"", ""}},
+        LineRow{"LineOfBlanksIsAnEmptyField", "  \t\r\na\r\n", {"", "a"}},
+        LineRow{"LastLineOfBlanks", "a\r\n  ", {"a", ""}},
+        LineRow{"CommaEndsAField", "Blue, Bossa\r\n", {"Blue", "Bossa"}},
+        LineRow{"TwoCommas", "a,,b\r\n", {"a", "", "b"}},
+        LineRow{"CommaAtTheLineEnd", "a,\r\nb\r\n", {"a", "", "b"}}, LineRow{"CommaAtTheTextEnd", "a,", {"a"}},
+        LineRow{"CommaAlone", ",\r\n", {"", ""}}, LineRow{"BlanksAtBothEndsGo", "  a song \t\r\n", {"a song"}},
+        LineRow{"BlanksInsideStay", "a  b\r\n", {"a  b"}}, LineRow{"BlanksRoundACommaGo", "a , b\r\n", {"a", "b"}},
+        LineRow{"QuotesHoldACommaIn", "\"a,b\"\r\nc\r\n", {"a,b", "c"}},
+        LineRow{"QuotesHoldBlanksIn", "\" a \"\r\n", {" a "}},
+        LineRow{"QuotesHoldALineEndIn", "\"a\r\nb\"\r\nc\r\n", {"a\r\nb", "c"}},
+        LineRow{"BlanksBeforeQuotesGo", "  \"a,b\"  ,c\r\n", {"a,b", "c"}},
+        LineRow{"TextBehindQuotesIsTheNextField", "\"a\"b,c\r\n", {"a", "b", "c"}},
+        LineRow{"QuotesBehindQuotes", "\"a\"\"b\"\r\n", {"a", "b"}},
+        LineRow{"QuoteInsideAFieldIsPlain", "say \"hi\"\r\n", {"say \"hi\""}},
+        LineRow{"EmptyQuotes", "\"\"\r\na\r\n", {"", "a"}},
+        LineRow{"QuoteThatNeverCloses", "\"a,b\r\nc", {"a,b\r\nc"}},
+        LineRow{"QuotedLastLineWithoutLineEnd", "\"a\"", {"a"}},
+        LineRow{"QuotedLastLineWithBlanksBehind", "\"a\"  ", {"a"}}),
+    nameOfLine);
 
 }  // namespace

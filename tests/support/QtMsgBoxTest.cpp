@@ -10,14 +10,14 @@
 
 namespace {
 
-struct Row
+struct LookRow
 {
     const char* name;
     MsgBox::Look look;
     QMessageBox::Icon icon;
 };
 
-class AMessageBox : public ::testing::TestWithParam<Row>
+class AMessageBox : public ::testing::TestWithParam<LookRow>
 {
 };
 
@@ -40,10 +40,11 @@ TEST_P(AMessageBox, ShowsItsTextAsItStandsWithItsLookAndAnOkButton)
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, AMessageBox,
-                         ::testing::Values(Row{"Plain", MsgBox::Look::Plain, QMessageBox::NoIcon},
-                                           Row{"Critical", MsgBox::Look::Critical, QMessageBox::Critical},
-                                           Row{"Exclamation", MsgBox::Look::Exclamation, QMessageBox::Warning},
-                                           Row{"Information", MsgBox::Look::Information, QMessageBox::Information}),
+                         ::testing::Values(LookRow{"Plain", MsgBox::Look::Plain, QMessageBox::NoIcon},
+                                           LookRow{"Critical", MsgBox::Look::Critical, QMessageBox::Critical},
+                                           LookRow{"Exclamation", MsgBox::Look::Exclamation, QMessageBox::Warning},
+                                           LookRow{"Information", MsgBox::Look::Information,
+                                                   QMessageBox::Information}),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(AMessageBoxWithoutATitle, IsTitledAsTheProgram)

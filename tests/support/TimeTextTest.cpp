@@ -6,19 +6,19 @@
 
 namespace {
 
-struct Row
+struct TimeRow
 {
     const char* name;
     int milliseconds;
     const char* text;
 };
 
-std::string rowName(const ::testing::TestParamInfo<Row>& info)
+std::string nameOfTime(const ::testing::TestParamInfo<TimeRow>& info)
 {
     return info.param.name;
 }
 
-class PositionText : public ::testing::TestWithParam<Row>
+class PositionText : public ::testing::TestWithParam<TimeRow>
 {
 };
 
@@ -28,18 +28,19 @@ TEST_P(PositionText, IsMinutesSecondsAndHundredths)
 }
 
 INSTANTIATE_TEST_SUITE_P(Positions, PositionText,
-                         ::testing::Values(Row{"Start", 0, "00:00:00"}, Row{"NineMilliseconds", 9, "00:00:00"},
-                                           Row{"TenMilliseconds", 10, "00:00:01"},
-                                           Row{"MinuteSecondAndFiveMs", 61005, "01:01:00"},
-                                           Row{"MinuteSecondAndFifteenMs", 61015, "01:01:01"},
-                                           Row{"OneMsShortOfAMinute", 59999, "00:59:99"},
-                                           Row{"AMinute", 60000, "01:00:00"},
-                                           Row{"LastOfTwoDigitMinutes", 5999999, "99:59:99"},
-                                           Row{"AHundredMinutes", 6000000, "100:00:00"},
-                                           Row{"LargestPosition", 2147483647, "35791:23:64"}),
-                         rowName);
+                         ::testing::Values(TimeRow{"Start", 0, "00:00:00"},
+                                           TimeRow{"NineMilliseconds", 9, "00:00:00"},
+                                           TimeRow{"TenMilliseconds", 10, "00:00:01"},
+                                           TimeRow{"MinuteSecondAndFiveMs", 61005, "01:01:00"},
+                                           TimeRow{"MinuteSecondAndFifteenMs", 61015, "01:01:01"},
+                                           TimeRow{"OneMsShortOfAMinute", 59999, "00:59:99"},
+                                           TimeRow{"AMinute", 60000, "01:00:00"},
+                                           TimeRow{"LastOfTwoDigitMinutes", 5999999, "99:59:99"},
+                                           TimeRow{"AHundredMinutes", 6000000, "100:00:00"},
+                                           TimeRow{"LargestPosition", 2147483647, "35791:23:64"}),
+                         nameOfTime);
 
-class TimeText : public ::testing::TestWithParam<Row>
+class TimeText : public ::testing::TestWithParam<TimeRow>
 {
 };
 
@@ -48,12 +49,13 @@ TEST_P(TimeText, IsReadAtItsFixedPlaces)
     EXPECT_EQ(ParseTimeText(GetParam().text), GetParam().milliseconds);
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, TimeText,
-                         ::testing::Values(Row{"Start", 0, "00:00:00"}, Row{"SixtyOneAndAHalf", 61500, "01:01:50"},
-                                           Row{"Last", 5999990, "99:59:99"},
-                                           Row{"ThreeDigitMinutesAreMisread", 600000 + 1000 * 0 + 0, "100:00:00"},
-                                           Row{"Empty", 0, ""}),
-                         rowName);
+INSTANTIATE_TEST_SUITE_P(
+    Texts, TimeText,
+    ::testing::Values(TimeRow{"Start", 0, "00:00:00"}, TimeRow{"SixtyOneAndAHalf", 61500, "01:01:50"},
+                      TimeRow{"Last", 5999990, "99:59:99"},
+                      TimeRow{"ThreeDigitMinutesAreMisread", 600000 + 1000 * 0 + 0, "100:00:00"},
+                      TimeRow{"Empty", 0, ""}),
+    nameOfTime);
 
 TEST(TimeTexts, LoseOnlyTheLastDigitOfTheMillisecondsUpTo99Minutes)
 {

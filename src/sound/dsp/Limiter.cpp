@@ -8,7 +8,7 @@ namespace {
 
 constexpr float attackSeconds = 0.001F;
 constexpr double releaseSeconds = 0.1;
-constexpr double atRest = 0.9999;  // closer to 1 than any ear or 13 bits can tell
+constexpr double recoveredFrom = 0.9999;  // closer to 1 than any ear or 13 bits can tell
 
 }  // namespace
 
@@ -45,7 +45,7 @@ void Limiter::process(float* stereo, FrameCount count)
         wanted[frame - 2] = std::min(wanted[frame - 2], wanted[frame - 1] + attackStep);
     for (size_t frame = 0; frame < frames; ++frame) {
         const double recovered = gain + (1 - gain) * releasePart;
-        gain = std::min<double>(wanted[frame], recovered > atRest ? 1 : recovered);
+        gain = std::min<double>(wanted[frame], recovered > recoveredFrom ? 1 : recovered);
         const auto factor = static_cast<float>(gain);
         stereo[2 * frame] = std::clamp(stereo[2 * frame] * factor, -1.0F, 1.0F);
         stereo[2 * frame + 1] = std::clamp(stereo[2 * frame + 1] * factor, -1.0F, 1.0F);

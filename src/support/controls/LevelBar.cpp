@@ -34,7 +34,7 @@ private:
     const LevelBar& bar() const { return *static_cast<LevelBar*>(widget()); }
 };
 
-QAccessibleInterface* makeAccessible(const QString&, QObject* object)
+QAccessibleInterface* makeAccessibleLevelBar(const QString&, QObject* object)
 {
     auto* bar = qobject_cast<LevelBar*>(object);
     return bar ? new AccessibleLevelBar(bar) : nullptr;
@@ -46,7 +46,7 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object)
 LevelBar::LevelBar(QWidget* parent)
     : QWidget(parent)
 {
-    QAccessible::installFactory(makeAccessible);
+    QAccessible::installFactory(makeAccessibleLevelBar);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }

@@ -54,7 +54,7 @@ public:
     }
 };
 
-QAccessibleInterface* makeAccessible(const QString&, QObject* object)
+QAccessibleInterface* makeAccessibleReadOut(const QString&, QObject* object)
 {
     auto* readOut = qobject_cast<ReadOut*>(object);
     return readOut ? new AccessibleReadOut(readOut) : nullptr;
@@ -66,7 +66,7 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object)
 ReadOut::ReadOut(QWidget* parent)
     : QWidget(parent)
 {
-    QAccessible::installFactory(makeAccessible);
+    QAccessible::installFactory(makeAccessibleReadOut);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }

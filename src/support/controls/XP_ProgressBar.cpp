@@ -75,7 +75,7 @@ private:
     const XP_ProgressBar& bar() const { return *static_cast<XP_ProgressBar*>(widget()); }
 };
 
-QAccessibleInterface* makeAccessible(const QString&, QObject* object)
+QAccessibleInterface* makeAccessibleProgressBar(const QString&, QObject* object)
 {
     auto* bar = qobject_cast<XP_ProgressBar*>(object);
     return bar ? new AccessibleProgressBar(bar) : nullptr;
@@ -95,7 +95,7 @@ QColor lightShade(const QColor& color, int shade)
 XP_ProgressBar::XP_ProgressBar(QWidget* parent)
     : QWidget(parent)
 {
-    QAccessible::installFactory(makeAccessible);
+    QAccessible::installFactory(makeAccessibleProgressBar);
     setFont(QFont(QStringLiteral("Tahoma"), 8));
     setColor(QPalette::Highlight);
     setOrientation(0);

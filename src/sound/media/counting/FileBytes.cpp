@@ -74,4 +74,9 @@ std::int64_t beginOfId3v1Tag(FileBytes& bytes)
     return !tag.empty() && std::memcmp(tag.data(), "TAG", 3) == 0 ? bytes.size() - tagSize : bytes.size();
 }
 
+bool is(std::span<const std::uint8_t> bytes, const char* fourCharacters)
+{
+    return bytes.size() >= 4 && std::memcmp(bytes.data(), fourCharacters, 4) == 0;
+}
+
 }  // namespace sound

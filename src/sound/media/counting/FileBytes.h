@@ -33,6 +33,9 @@ private:
     std::int64_t bufferStart = 0;
 };
 
+/// Whether the bytes begin with these four characters, as the parts of many containers do.
+bool is(std::span<const std::uint8_t> bytes, const char* fourCharacters);
+
 constexpr std::uint32_t littleEndian32(std::span<const std::uint8_t> bytes)
 {
     return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8 |

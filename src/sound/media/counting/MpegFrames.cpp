@@ -3,7 +3,6 @@
 #include "sound/media/counting/CodedHeads.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace sound {
 namespace {
@@ -20,11 +19,6 @@ struct Tag
     std::int64_t delay = 0;        // of the encoder, in frames of sound
     std::int64_t padding = 0;
 };
-
-bool is(std::span<const std::uint8_t> bytes, const char* tag)
-{
-    return bytes.size() >= 4 && std::memcmp(bytes.data(), tag, 4) == 0;
-}
 
 Tag readTag(FileBytes& bytes, std::int64_t frameStart)
 {

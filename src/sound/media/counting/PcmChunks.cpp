@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <limits>
 
 namespace sound {
@@ -12,11 +11,6 @@ namespace {
 
 // A file of nothing but tiny chunks must not be walked for ever.
 constexpr int mostChunks = 100'000;
-
-bool is(std::span<const std::uint8_t> bytes, const char* tag)
-{
-    return bytes.size() >= 4 && std::memcmp(bytes.data(), tag, 4) == 0;
-}
 
 std::optional<ByteRange> within(const FileBytes& bytes, std::int64_t begin, std::uint64_t size)
 {
