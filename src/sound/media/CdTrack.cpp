@@ -115,7 +115,7 @@ QByteArray driveUnder(const QString& path)
     return "/dev/sr" + QByteArray::number(gnu_dev_minor(status.st_dev));
 }
 
-OpenedCdTrack openTrack(Disc disc, int track, bool isImage)
+OpenedFrames openTrack(Disc disc, int track, bool isImage)
 {
     Drive drive(cdio_cddap_identify_cdio(disc.get(), CDDA_MESSAGE_FORGETIT, nullptr));
     if (!drive)
@@ -152,7 +152,7 @@ std::optional<int> trackNamedBy(std::span<const std::uint8_t> stub)
     return stub[trackPlace] | stub[trackPlace + 1] << 8;
 }
 
-OpenedCdTrack openCdTrack(const QString& path)
+OpenedFrames openCdTrack(const QString& path)
 {
     const auto file = RegularFile::open(path);
     std::array<std::uint8_t, 44> stub = {};
@@ -163,13 +163,13 @@ OpenedCdTrack openCdTrack(const QString& path)
     keepLibraryQuiet();
     if (const QString image = imageBeside(path); !image.isEmpty()) {
         Disc disc(cdio_open(QFile::encodeName(image).constData(), DRIVER_BINCUE));
-        return disc ? openTrack(std::move(disc), *track, true) : OpenedCdTrack{nullptr, EngineError::DriveNotReady};
+        return disc ? openTrack(std::move(disc), *track, true) : OpenedFrames{nullptr, EngineError::DriveNotReady};
     }
     const QByteArray device = driveUnder(path);
     if (device.isEmpty())
         return {nullptr, EngineError::InvalidDrive};
     Disc disc(cdio_open(device.constData(), DRIVER_DEVICE));
-    return disc ? openTrack(std::move(disc), *track, false) : OpenedCdTrack{nullptr, EngineError::DriveNotReady};
+    return disc ? openTrack(std::move(disc), *track, false) : OpenedFrames{nullptr, EngineError::DriveNotReady};
 }
 
 }  // namespace sound

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "engines/EngineError.h"
-#include "sound/media/FrameStream.h"
+#include "sound/media/OpenedFrames.h"
 
 #include <QString>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <span>
 
@@ -14,19 +12,12 @@ namespace sound {
 /// The number of the track that the content of a .cda file names; nothing where it is no such file.
 std::optional<int> trackNamedBy(std::span<const std::uint8_t> stub);
 
-/// A track of an audio CD, or why there is none: exactly one of the two is set.
-struct OpenedCdTrack
-{
-    std::unique_ptr<FrameStream> stream;
-    EngineError error = EngineError::None;
-};
-
 /// Opens the track that the .cda file at @p path names: of the disc image in the same folder (a .cue beside the
 /// .bin of the same name) where there is one, else of the drive whose disc the file lies on.
 ///
 /// InvalidSoundFile where the file is no such stub, InvalidDrive where it lies on no CD, DriveNotReady where the
 /// disc cannot be read, InvalidCdTrack and NotAnAudioTrack as they say. The length is the disc's, whatever the stub
 /// claims.
-OpenedCdTrack openCdTrack(const QString& path);
+OpenedFrames openCdTrack(const QString& path);
 
 }  // namespace sound

@@ -1,9 +1,7 @@
 #include "sound/media/DecodedSound.h"
 
-#include "sound/media/CdTrack.h"
 #include "sound/media/DecodeWorker.h"
-#include "sound/media/FileDecoder.h"
-#include "sound/media/PcmReader.h"
+#include "sound/media/OpenedFrames.h"
 #include "sound/media/SampleStore.h"
 
 namespace sound {
@@ -36,38 +34,17 @@ private:
     DecodeWorker worker;  // writes into the store until it goes
 };
 
-std::unique_ptr<FrameStream> openStream(std::shared_ptr<const RegularFile> file)
-{
-    auto input = AvInput::open(std::move(file));
-    if (!input)
-        return nullptr;
-    if (auto plain = PcmReader::open(*input))
-        return plain;
-    return FileDecoder::open(std::move(input));
-}
-
-OpenedSound storeFrom(std::unique_ptr<FrameStream> stream)
-{
-    if (!stream)
-        return {nullptr, EngineError::InvalidSoundFile};
-    auto store = SampleStore::create(stream->rate(), stream->channels(), stream->length());
-    if (!store)
-        return {nullptr, EngineError::NotEnoughMemory};
-    return {std::make_unique<StoredSound>(std::move(store), std::move(stream)), EngineError::None};
-}
-
 }  // namespace
 
 OpenedSound DecodedSound::open(const QString& path)
 {
-    if (path.endsWith(QLatin1String(".cda"), Qt::CaseInsensitive)) {
-        auto track = openCdTrack(path);
-        return track.stream ? storeFrom(std::move(track.stream)) : OpenedSound{nullptr, track.error};
-    }
-    auto file = RegularFile::open(path);
-    if (!file)
-        return {nullptr, EngineError::InvalidSoundFile};
-    return storeFrom(openStream(std::move(file)));
+    auto frames = openFrames(path);
+    if (!frames.stream)
+        return {nullptr, frames.error};
+    auto store = SampleStore::create(frames.stream->rate(), frames.stream->channels(), frames.stream->length());
+    if (!store)
+        return {nullptr, EngineError::NotEnoughMemory};
+    return {std::make_unique<StoredSound>(std::move(store), std::move(frames.stream)), EngineError::None};
 }
 
 }  // namespace sound

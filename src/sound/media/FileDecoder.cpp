@@ -67,9 +67,20 @@ bool FileDecoder::next(std::vector<float>& interleaved)
             ended = true;
         else
             ++lostPackets;
+        cutAtLength(interleaved, before);
     }
     reached = reached + FrameCount{static_cast<std::int64_t>(interleaved.size() - before) / outputChannels};
     return true;
+}
+
+/// Behind the sound, a decoder has the padding of its encoder.
+void FileDecoder::cutAtLength(std::vector<float>& interleaved, std::size_t before)
+{
+    const auto room = before + static_cast<std::size_t>((counted.value - reached.value) * outputChannels);
+    if (interleaved.size() < room)
+        return;
+    interleaved.resize(room);
+    ended = true;
 }
 
 void FileDecoder::feedDecoder()

@@ -28,6 +28,7 @@ private:
 
     void feedDecoder();
     void append(const AVFrame& frame, std::vector<float>& interleaved);
+    void cutAtLength(std::vector<float>& interleaved, std::size_t before);
     FrameCount missingBefore(const AVFrame& frame);
     FrameCount nominalFrame() const;
 

@@ -19,7 +19,8 @@ public:
     /// 1 or 2.
     virtual int channels() const = 0;
 
-    /// How many frames there are, counted without decoding them. What next() brings may differ in a damaged sound.
+    /// How many frames there are, counted without decoding them. next() never brings more; in a damaged sound it
+    /// may bring fewer, and what is missing counts as silence.
     virtual FrameCount length() const = 0;
 
     /// Adds the next frames to @p interleaved, a few thousand at most but for gaps. False, with nothing added, at
