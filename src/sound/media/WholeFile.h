@@ -11,9 +11,12 @@ namespace sound {
 
 /// A file that is there whole under its name, or not at all.
 ///
-/// It grows under another name in the same folder and takes its own, in place of the file that bore it, when
-/// finish() has brought all of it to the disc. Whatever ends the writing before that leaves nothing behind and what
-/// bore the name untouched. Only a regular file is replaced: never a folder, a pipe or a device.
+/// It grows without a name in the same folder and takes its own, in place of the file that bore it, when finish()
+/// has brought all of it to the disc. Whatever ends the writing before that, be it the end of the program by force,
+/// leaves nothing behind and what bore the name untouched. Only where the file system knows no files without a name
+/// (that of a memory stick, say) it grows under a hidden one, which a program ended by force leaves behind.
+///
+/// Only a regular file is replaced: never a folder, a pipe or a device.
 ///
 /// **Order.** writeAt() any number of times, then finish() once. **Threads.** One at a time.
 class WholeFile
@@ -36,9 +39,11 @@ public:
 private:
     WholeFile(int file, QByteArray name, QByteArray growingName);
 
+    bool takeName();
+
     int file;
     QByteArray name;
-    QByteArray growingName;  // empty once the file bears its own name
+    QByteArray growingName;  // empty while the file has no name, and once it has its own
     bool failed = false;
 };
 

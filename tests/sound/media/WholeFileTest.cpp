@@ -1,12 +1,22 @@
 #include "sound/media/WholeFile.h"
 
+#include "sound/CopyOfProcess.h"
 #include "sound/DiscOf.h"
 #include "sound/SoundFiles.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 #include <QDir>
 #include <QFile>
+#include <array>
+#include <cerrno>
+#include <cstddef>
 
 using sound::WholeFile;
 using sound::test::contentOf;
@@ -23,6 +33,32 @@ std::span<const std::byte> bytes(std::string_view text)
 QStringList everythingIn(const QString& folder)
 {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+/// Whether files in this folder can be without a name.
+bool knowsNamelessFiles(const QString& folder)
+{
+    const int file = ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+    if (file >= 0)
+        ::close(file);
+    return file >= 0;
+}
+
+/// From now on the file systems of this process know no files without a name, as that of many a memory stick.
+bool forgetNamelessFiles()
+{
+    constexpr unsigned onlyInFlag = O_TMPFILE & ~O_DIRECTORY;
+    std::array<sock_filter, 6> rules = {{
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_openat, 0, 3),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args) + 2 * sizeof(std::uint64_t)),
+        BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, onlyInFlag, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EOPNOTSUPP),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    }};
+    const sock_fprog program = {rules.size(), rules.data()};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program, 0, 0) == 0;
 }
 
 TEST(WholeFile, TakesItsNameOnlyWhenItIsWhole)
@@ -44,6 +80,80 @@ TEST(WholeFile, UnfinishedLeavesNothingBehind)
     const SoundFiles files;
     WholeFile::create(files.path("new/a"))->writeAt(0, bytes("half of"));
     EXPECT_EQ(everythingIn(files.path("new")), QStringList());
+}
+
+TEST(WholeFile, BearsNoNameWhileItGrows)
+{
+    const SoundFiles files;
+    if (!knowsNamelessFiles(files.folder()))
+        GTEST_SKIP() << "the file system of " << files.folder().toStdString() << " knows no files without a name";
+    const auto file = WholeFile::create(files.path("a"));
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(file->writeAt(0, bytes("half of")));
+    EXPECT_EQ(everythingIn(files.folder()), QStringList());
+}
+
+TEST(WholeFile, AProgramThatIsKilledLeavesTheFolderAsItWas)
+{
+    const SoundFiles files;
+    if (!knowsNamelessFiles(files.folder()))
+        GTEST_SKIP() << "the file system of " << files.folder().toStdString() << " knows no files without a name";
+    const QString path = files.write("a", "what was there before");
+    sound::test::doAndBeKilled<std::unique_ptr<WholeFile>>([&path] {
+        auto file = WholeFile::create(path);
+        return file && file->writeAt(0, bytes("half of")) ? std::move(file) : nullptr;
+    });
+    EXPECT_EQ(contentOf(path), "what was there before");
+    EXPECT_EQ(everythingIn(files.folder()), QStringList{"a"});
+}
+
+TEST(WholeFile, WhereFilesMustHaveANameItGrowsUnderAHiddenOne)
+{
+    const SoundFiles files;
+    const QString path = files.write("a", "what was there before");
+    EXPECT_TRUE(sound::test::trueInCopy([&] {
+        if (!forgetNamelessFiles() || knowsNamelessFiles(files.folder()))
+            return false;
+        const auto file = WholeFile::create(path);
+        const bool grows = file && file->writeAt(0, bytes("new, and whole"));
+        return grows && everythingIn(files.folder()).size() == 2 && file->finish();
+    }));
+    EXPECT_EQ(contentOf(path), "new, and whole");
+    EXPECT_EQ(everythingIn(files.folder()), QStringList{"a"});
+}
+
+TEST(WholeFile, UnfinishedUnderAHiddenNameLeavesNothingBehindEither)
+{
+    const SoundFiles files;
+    EXPECT_TRUE(sound::test::trueInCopy([&] {
+        if (!forgetNamelessFiles())
+            return false;
+        const auto file = WholeFile::create(files.path("a"));
+        return file && file->writeAt(0, bytes("half of")) && everythingIn(files.folder()).size() == 1;
+    }));
+    EXPECT_EQ(everythingIn(files.folder()), QStringList());
+}
+
+TEST(WholeFile, MayBeReadByWhomTheUserWishes)
+{
+    const SoundFiles files;
+    const mode_t before = ::umask(0027);
+    const auto file = WholeFile::create(files.path("a"));
+    ::umask(before);
+    ASSERT_TRUE(file && file->finish());
+    struct stat status = {};
+    ASSERT_EQ(::stat(QFile::encodeName(files.path("a")).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640U);
+}
+
+TEST(WholeFile, ANameThatNoFileCanBearIsRefusedBeforeAnythingIsWritten)
+{
+    const SoundFiles files;
+    EXPECT_FALSE(WholeFile::create(files.path(QString(256, 'x'))));
+    EXPECT_EQ(everythingIn(files.folder()), QStringList());
+    const auto longest = WholeFile::create(files.path(QString(255, 'x')));
+    ASSERT_TRUE(longest);
+    EXPECT_TRUE(longest->finish());
 }
 
 TEST(WholeFile, OnceTheDiscWasFullCannotBeFinished)
