@@ -5,6 +5,10 @@
 #include <span>
 #include <string>
 
+extern "C" {
+#include <libavutil/avstring.h>
+}
+
 namespace sound {
 namespace {
 
@@ -18,24 +22,6 @@ constexpr const char* knownDecoders =
 constexpr int slowestRate = 1000;
 constexpr int fastestRate = 384000;
 constexpr int mostChannels = 64;
-
-constexpr int ioBufferSize = 64 * 1024;
-
-/// The container asks for another file: never granted.
-int refuseToOpen(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary**)
-{
-    return AVERROR(EACCES);
-}
-
-/// The library reports every damaged packet on the standard error of its own accord.
-void silenceLibrary()
-{
-    static const bool silenced = [] {
-        av_log_set_level(AV_LOG_QUIET);
-        return true;
-    }();
-    static_cast<void>(silenced);
-}
 
 void setWhitelist(char*& list, const char* names)
 {
@@ -54,7 +40,7 @@ bool isPlausible(const AVCodecParameters& codec)
 
 std::unique_ptr<AvInput> AvInput::open(std::shared_ptr<const RegularFile> file, Edits edits)
 {
-    silenceLibrary();
+    silenceAvLibrary();
     std::unique_ptr<AvInput> input(new AvInput(std::move(file)));
     if (!input->openContainer(edits) || !input->chooseSound())
         return nullptr;
@@ -68,22 +54,17 @@ AvInput::AvInput(std::shared_ptr<const RegularFile> file)
 
 bool AvInput::openContainer(Edits edits)
 {
-    auto* buffer = static_cast<unsigned char*>(av_malloc(ioBufferSize));
-    if (buffer == nullptr)
-        return false;
-    io.reset(avio_alloc_context(
-        buffer, ioBufferSize, 0, this,
+    io = makeAvIo(
+        this,
         [](void* self, std::uint8_t* bytes, int size) {
             return static_cast<AvInput*>(self)->readBytes(bytes, size);
         },
         nullptr,
         [](void* self, std::int64_t offset, int whence) {
             return static_cast<AvInput*>(self)->seekBytes(offset, whence);
-        }));
-    if (!io) {
-        av_free(buffer);
+        });
+    if (!io)
         return false;
-    }
 
     AVFormatContext* opening = avformat_alloc_context();
     if (opening == nullptr)

@@ -1,48 +1,13 @@
 #pragma once
 
+#include "sound/media/AvHandles.h"
 #include "sound/media/RegularFile.h"
 
 #include <atomic>
 #include <cstdint>
 #include <memory>
 
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libavutil/avstring.h>
-}
-
 namespace sound {
-
-struct AvFormatCloser
-{
-    void operator()(AVFormatContext* format) const { avformat_close_input(&format); }
-};
-struct AvIoFreer
-{
-    void operator()(AVIOContext* io) const
-    {
-        av_freep(&io->buffer);
-        avio_context_free(&io);
-    }
-};
-struct AvPacketFreer
-{
-    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
-};
-struct AvFrameFreer
-{
-    void operator()(AVFrame* frame) const { av_frame_free(&frame); }
-};
-struct AvCodecFreer
-{
-    void operator()(AVCodecContext* codec) const { avcodec_free_context(&codec); }
-};
-using AvFormat = std::unique_ptr<AVFormatContext, AvFormatCloser>;
-using AvIo = std::unique_ptr<AVIOContext, AvIoFreer>;
-using AvPacket = std::unique_ptr<AVPacket, AvPacketFreer>;
-using AvFrame = std::unique_ptr<AVFrame, AvFrameFreer>;
-using AvCodec = std::unique_ptr<AVCodecContext, AvCodecFreer>;
 
 /// The container of a sound file: its packets, and what it says about the sound in it. Inside this folder only.
 ///

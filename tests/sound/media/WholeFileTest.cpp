@@ -2,6 +2,7 @@
 
 #include "sound/CopyOfProcess.h"
 #include "sound/DiscOf.h"
+#include "sound/NamelessFiles.h"
 #include "sound/SoundFiles.h"
 
 #include <fcntl.h>
@@ -21,6 +22,7 @@
 using sound::WholeFile;
 using sound::test::contentOf;
 using sound::test::DiscOf;
+using sound::test::knowsNamelessFiles;
 using sound::test::SoundFiles;
 
 namespace {
@@ -33,15 +35,6 @@ std::span<const std::byte> bytes(std::string_view text)
 QStringList everythingIn(const QString& folder)
 {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-}
-
-/// Whether files in this folder can be without a name.
-bool knowsNamelessFiles(const QString& folder)
-{
-    const int file = ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
-    if (file >= 0)
-        ::close(file);
-    return file >= 0;
 }
 
 /// From now on the file systems of this process know no files without a name, as that of many a memory stick.
