@@ -80,7 +80,7 @@ std::optional<CoverPicture> jpegIn(Bytes bytes)
             continue;
         }
         if (tellsJpegSize(rest[1])) {
-            const bool whole = !std::ranges::search(rest, end).empty();
+            const bool whole = std::search(rest.begin(), rest.end(), end.begin(), end.end()) != rest.end();
             return whole ? pictureOf(CoverPicture::Kind::Jpeg, bigEndian(rest.subspan(7, 2)),
                                      bigEndian(rest.subspan(5, 2)))
                          : std::nullopt;
