@@ -5,6 +5,7 @@ find_package(Threads REQUIRED)
 pkg_check_modules(FFmpeg REQUIRED IMPORTED_TARGET libavformat>=59 libavcodec>=59 libavutil>=57 libswresample>=4)
 pkg_check_modules(RubberBand REQUIRED IMPORTED_TARGET rubberband>=3.1)
 pkg_check_modules(Soxr REQUIRED IMPORTED_TARGET soxr)
+pkg_check_modules(Fftw REQUIRED IMPORTED_TARGET fftw3f)
 pkg_check_modules(Pulse REQUIRED IMPORTED_TARGET libpulse)
 pkg_check_modules(CdioParanoia REQUIRED IMPORTED_TARGET libcdio_paranoia libcdio_cdda libcdio)
 

@@ -8,7 +8,7 @@ build_packages=(
     build-essential cmake ninja-build pkg-config
     qt6-base-dev qt6-svg-dev libgl-dev
     libavcodec-dev libavformat-dev libavutil-dev libswresample-dev
-    librubberband-dev libsoxr-dev libpulse-dev
+    librubberband-dev libsoxr-dev libfftw3-dev libpulse-dev
     libcdio-dev libcdio-cdda-dev libcdio-paranoia-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     fp-utils

@@ -1,19 +1,8 @@
 #include "sound/player/LoadedSound.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace sound {
-namespace {
-
-using namespace std::chrono_literals;
-
-FrameCount blockAt(SampleRate rate)
-{
-    return std::clamp(framesIn(10ms, rate), FrameCount{16}, LoadedSound::largestBlock);
-}
-
-}  // namespace
 
 LoadedSound::LoadedSound(std::shared_ptr<const SampleSource> source, std::uint64_t serial)
     : samples(std::move(source))

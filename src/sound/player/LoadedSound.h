@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sound/dsp/Block.h"
 #include "sound/media/SampleSource.h"
 #include "sound/player/PlayPath.h"
 
@@ -29,9 +30,6 @@ public:
     PlayPath& path(int index) { return paths[static_cast<std::size_t>(index)]; }
     float* leavingBlock() { return leaving.data(); }
     float* comingBlock() { return coming.data(); }
-
-    /// The largest block of any sound.
-    static constexpr FrameCount largestBlock{4096};
 
 private:
     std::shared_ptr<const SampleSource> samples;

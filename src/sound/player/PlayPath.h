@@ -1,9 +1,9 @@
 #pragma once
 
+#include "sound/dsp/Changes.h"
 #include "sound/dsp/FrameInput.h"
 #include "sound/dsp/Stretcher.h"
 #include "sound/dsp/VariableRate.h"
-#include "sound/player/Changes.h"
 #include "sound/player/WindowReader.h"
 
 namespace sound {

@@ -112,7 +112,7 @@ void RenderThread::fill()
         return;
     }
 
-    float block[LoadedSound::largestBlock.value * 2];
+    float block[largestBlock.value * 2];
     while (output->wanted() >= renderer.block()) {
         renderer.update(transport.latest(), settings.latest());
         if (renderer.rate() != outputRate)

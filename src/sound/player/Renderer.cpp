@@ -25,7 +25,7 @@ constexpr std::int64_t lookAheadPerKilohertz = 400;
 }  // namespace
 
 Renderer::Renderer()
-    : limiter(LoadedSound::largestBlock)
+    : limiter(largestBlock)
 {
 }
 

@@ -6,15 +6,6 @@
 namespace sound {
 namespace {
 
-constexpr float greatestSpeedChange = 60;
-constexpr float greatestPitchChange = 12;
-
-// Cut to a range on both sides of 0; what is no number changes nothing.
-float cut(float value, float greatest)
-{
-    return std::isfinite(value) ? std::clamp(value, -greatest, greatest) : 0;
-}
-
 // False of what is no number, too.
 bool hasPlaceAndWidth(const EqualizerBand& band)
 {
@@ -29,16 +20,6 @@ auto endOfBands(EqualizerBands& bands)
 
 }  // namespace
 
-double speedFactor(float percent)
-{
-    return 1 + static_cast<double>(cut(percent, greatestSpeedChange)) / 100;
-}
-
-double pitchFactor(float semitones)
-{
-    return std::exp2(static_cast<double>(cut(semitones, greatestPitchChange)) / 12);
-}
-
 EqualizerBand* findBand(EqualizerBands& bands, float frequency)
 {
     const auto found = std::find_if(bands.band.begin(), endOfBands(bands),
@@ -48,7 +29,8 @@ EqualizerBand* findBand(EqualizerBands& bands, float frequency)
 
 float bandGain(float decibels)
 {
-    return cut(decibels, EqualizerBand::greatestGain);
+    constexpr float greatest = EqualizerBand::greatestGain;
+    return std::isfinite(decibels) ? std::clamp(decibels, -greatest, greatest) : 0;
 }
 
 bool addBand(EqualizerBands& bands, const EqualizerBand& band)

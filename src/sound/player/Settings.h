@@ -1,7 +1,7 @@
 #pragma once
 
+#include "sound/dsp/Changes.h"
 #include "sound/dsp/Equalizer.h"
-#include "sound/player/Changes.h"
 
 namespace sound {
 
@@ -13,12 +13,6 @@ struct Settings
     int balance = 0;  ///< -50 to 50.
     EqualizerBands equalizer;
 };
-
-/// The factor of a change of tempo or rate in percent, which is cut to -60 to 60: what is promised, and measured.
-double speedFactor(float percent);
-
-/// The factor of a change of pitch in semitones, which is cut to -12 to 12.
-double pitchFactor(float semitones);
 
 /// The band whose centre this is, or null.
 EqualizerBand* findBand(EqualizerBands& bands, float frequency);

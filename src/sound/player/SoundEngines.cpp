@@ -1,8 +1,8 @@
 #include "sound/player/SoundEngines.h"
 
-#include "engines/EditorEngine.h"
 #include "sound/device/PulseMixer.h"
 #include "sound/device/SystemOutput.h"
+#include "sound/editor/SoundEditorEngine.h"
 #include "sound/player/SoundPlayerEngine.h"
 
 namespace sound {
@@ -16,7 +16,7 @@ public:
         return std::make_unique<SoundPlayerEngine>([] { return std::make_unique<SystemOutput>(); });
     }
 
-    std::unique_ptr<EditorEngine> createEditor() override { return nullptr; }
+    std::unique_ptr<EditorEngine> createEditor() override { return std::make_unique<SoundEditorEngine>(); }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
 };

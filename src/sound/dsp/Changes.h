@@ -2,7 +2,7 @@
 
 namespace sound {
 
-/// How a sound is changed while it plays, each as a factor: 1 is unchanged.
+/// How a sound is changed, each as a factor: 1 is unchanged.
 struct Changes
 {
     double tempo = 1;  ///< Speed without pitch.
@@ -14,5 +14,11 @@ struct Changes
     bool stretches() const { return tempo != 1 || pitch != 1; }
     bool resamples() const { return rate != 1; }
 };
+
+/// The factor of a change of tempo or rate in percent, which is cut to -60 to 60: what is promised, and measured.
+double speedFactor(float percent);
+
+/// The factor of a change of pitch in semitones, which is cut to -12 to 12.
+double pitchFactor(float semitones);
 
 }  // namespace sound

@@ -1,0 +1,108 @@
+#include "sound/editor/PieceReader.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sound {
+namespace {
+
+// Within this part of a piece, before its end, the calmest place is looked for.
+constexpr std::int64_t searchPart = 6;
+
+}  // namespace
+
+PieceReader::PieceReader(SourcePart& part, const Cutting& how)
+    : source(part)
+    , cutting(how)
+    , ended(how.length.value <= 0)
+{
+}
+
+FramePosition PieceReader::sourceOf(FramePosition output) const
+{
+    return {std::llround(static_cast<double>(output.value) * cutting.tempo)};
+}
+
+Piece PieceReader::next()
+{
+    Piece piece;
+    piece.begin = begin;
+    const FramePosition end = endOf(cutting.length);
+    const FramePosition latest = begin + cutting.piece;
+    piece.last = latest + cutting.common + cutting.common >= end;
+    ended = piece.last;
+    if (piece.last) {
+        piece.length = end - begin;
+    } else {
+        readTo(sourceOf(latest + cutting.common));
+        begin = calmest(latest - FrameCount{cutting.piece.value / searchPart}, latest);
+        piece.length = begin + cutting.common - piece.begin;
+    }
+
+    piece.source = sourceOf(piece.begin);
+    piece.inputBegin = piece.source - cutting.around;
+    const FramePosition inputEnd = sourceOf(piece.begin + piece.length) + cutting.around;
+    readTo(inputEnd);
+
+    const auto channels = static_cast<std::size_t>(source.channels());
+    piece.input.assign(static_cast<std::size_t>((inputEnd - piece.inputBegin).value) * channels, 0.0F);
+    const FramePosition from = std::max(piece.inputBegin, bufferBegin);
+    const auto bufferOffset = static_cast<std::size_t>((from - bufferBegin).value) * channels;
+    const auto inputOffset = static_cast<std::size_t>((from - piece.inputBegin).value) * channels;
+    const std::size_t count = std::min(buffer.size() - bufferOffset, piece.input.size() - inputOffset);
+    std::copy_n(buffer.begin() + static_cast<std::ptrdiff_t>(bufferOffset), count,
+                piece.input.begin() + static_cast<std::ptrdiff_t>(inputOffset));
+
+    const FramePosition needed = std::max(FramePosition{0}, sourceOf(begin) - cutting.around);
+    const FrameCount done = std::max(FrameCount{0}, needed - bufferBegin);
+    const std::size_t samples = std::min(buffer.size(), static_cast<std::size_t>(done.value) * channels);
+    buffer.erase(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(samples));
+    bufferBegin = bufferBegin + done;
+    return piece;
+}
+
+void PieceReader::readTo(FramePosition end)
+{
+    const FramePosition there =
+        bufferBegin + FrameCount{static_cast<std::int64_t>(buffer.size()) / source.channels()};
+    if (there < end)
+        source.read(end - there, buffer);
+}
+
+// Where the common stretch may best begin: where the sound rises least within it, from one hundredth of a second to
+// the next.
+FramePosition PieceReader::calmest(FramePosition earliest, FramePosition latest) const
+{
+    const auto channels = static_cast<std::size_t>(source.channels());
+    const FramePosition first = std::max(sourceOf(earliest), bufferBegin);
+    const auto hundredth = static_cast<std::size_t>(std::max(1, source.rate().hertz / 100));
+    const auto offset = static_cast<std::size_t>((first - bufferBegin).value) * channels;
+
+    std::vector<double> powers;
+    for (std::size_t at = offset; at + hundredth * channels <= buffer.size(); at += hundredth * channels) {
+        double power = 0;
+        for (std::size_t sample = at; sample < at + hundredth * channels; ++sample)
+            power += static_cast<double>(buffer[sample]) * buffer[sample];
+        powers.push_back(power);
+    }
+    const double commonFrames = static_cast<double>(cutting.common.value) * cutting.tempo;
+    const auto span = static_cast<std::size_t>(commonFrames / static_cast<double>(hundredth)) + 1;
+
+    std::size_t best = 0;
+    double least = HUGE_VAL;
+    for (std::size_t candidate = 0; candidate + span < powers.size(); ++candidate) {
+        double rise = 0;
+        for (std::size_t index = candidate; index < candidate + span; ++index)
+            rise = std::max(rise, powers[index + 1] - powers[index]);
+        if (rise < least) {
+            least = rise;
+            best = candidate;
+        }
+    }
+    const double output =
+        static_cast<double>((first + FrameCount{static_cast<std::int64_t>(best * hundredth)}).value) /
+        cutting.tempo;
+    return std::clamp(FramePosition{std::llround(output)}, earliest, latest);
+}
+
+}  // namespace sound
