@@ -2,6 +2,13 @@
 
 #include <QEventLoop>
 
+namespace {
+
+/// How a loop ends whose flag was set. The end of the program ends it with another number.
+constexpr int flagWasSet = 1;
+
+}  // namespace
+
 void DoneFlag::clear()
 {
     done = false;
@@ -10,8 +17,8 @@ void DoneFlag::clear()
 void DoneFlag::set()
 {
     done = true;
-    if (waiting)
-        waiting->quit();
+    for (QEventLoop* loop : waits)
+        loop->exit(flagWasSet);
 }
 
 bool DoneFlag::isSet() const
@@ -19,15 +26,15 @@ bool DoneFlag::isSet() const
     return done;
 }
 
-// Closing the program ends every event loop of the thread, nested ones too, and lets none start again. A loop that
-// returns although the flag is not set was ended so.
+// Closing the program ends every event loop of the thread, nested ones too, and lets none start again.
 bool DoneFlag::wait()
 {
-    if (done)
-        return true;
-    QEventLoop loop;
-    waiting = &loop;
-    loop.exec();
-    waiting = nullptr;
+    bool closed = false;
+    while (!done && !closed) {
+        QEventLoop loop;
+        waits.append(&loop);
+        closed = loop.exec() != flagWasSet;
+        waits.removeLast();
+    }
     return done;
 }

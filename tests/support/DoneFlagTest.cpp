@@ -60,6 +60,37 @@ TEST(ADoneFlag, SetDuringAnotherFlagsWaitEndsItsOwnWaitAfterThatOne)
     EXPECT_TRUE(innerEnded);
 }
 
+TEST(ADoneFlag, EndsAllItsWaitsTheInnermostFirst)
+{
+    DoneFlag flag;
+    QStringList order;
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [&] { flag.set(); });
+        EXPECT_TRUE(flag.wait());
+        order << "inner";
+    });
+    EXPECT_TRUE(flag.wait());
+    order << "outer";
+    EXPECT_EQ(order, QStringList({"inner", "outer"}));
+}
+
+TEST(ADoneFlag, GoesOnWithTheOuterWaitWhereItIsClearedBehindTheInnerOne)
+{
+    DoneFlag flag;
+    bool setAgain = false;
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [&] { flag.set(); });
+        EXPECT_TRUE(flag.wait());
+        flag.clear();
+        QTimer::singleShot(0, [&] {
+            setAgain = true;
+            flag.set();
+        });
+    });
+    EXPECT_TRUE(flag.wait());
+    EXPECT_TRUE(setAgain);
+}
+
 TEST(ADoneFlag, EndsItsWaitUnsetWhenTheProgramIsClosed)
 {
     DoneFlag flag;
