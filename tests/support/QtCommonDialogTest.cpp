@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -52,6 +53,39 @@ TEST(PickedPaths, FromDifferentFoldersAreToldFromTheRoot)
               QStringList({"/", "music/a.mp3", "other/b.mp3"}));
 }
 
+struct SuffixRow
+{
+    const char* name;
+    const char* typed;
+    const char* patterns;
+    const char* written;
+};
+
+class ANameToBeWritten : public ::testing::TestWithParam<SuffixRow>
+{
+};
+
+TEST_P(ANameToBeWritten, HasTheSuffixOfItsFormat)
+{
+    EXPECT_EQ(QtCommonDialog::withSuffix(GetParam().typed, GetParam().patterns), GetParam().written);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, ANameToBeWritten,
+    ::testing::Values(SuffixRow{"WithoutOneGetsIt", "/music/take", "*.mp3", "/music/take.mp3"},
+                      SuffixRow{"WithOneKeepsIt", "/music/take.wav", "*.mp3", "/music/take.wav"},
+                      SuffixRow{"InCapitalsKeepsIt", "/music/take.MP3", "*.wav", "/music/take.MP3"},
+                      SuffixRow{"WithAnUnknownOneKeepsIt", "/music/take.flac", "*.mp3", "/music/take.flac"},
+                      SuffixRow{"WithADotInItsFolderGetsIt", "/Op. 12.d/take", "*.mp3", "/Op. 12.d/take.mp3"},
+                      SuffixRow{"WithANumberBehindItsDotGetsIt", "/take 1.5", "*.mp3", "/take 1.5.mp3"},
+                      SuffixRow{"WithAWordBehindItsDotGetsIt", "/No. 3 (slow)", "*.mp3", "/No. 3 (slow).mp3"},
+                      SuffixRow{"ThatEndsInADotGetsNoSecondOne", "/take.", "*.mp3", "/take.mp3"},
+                      SuffixRow{"GetsTheFirstOfSeveral", "/take", "*.ogg;*.oga", "/take.ogg"},
+                      SuffixRow{"GetsNoneFromAllFiles", "/take", "*", "/take"},
+                      SuffixRow{"GetsNoneFromAllFilesWithADot", "/take", "*.*", "/take"},
+                      SuffixRow{"GetsNoneWhereNoFilterIsChosen", "/take", "", "/take"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
 class FileDialog : public ::testing::Test
 {
 protected:
@@ -76,12 +110,18 @@ protected:
         return wanted;
     }
 
-    static void whenShown(const std::function<void(QFileDialog&)>& answer)
+    static void whenShown(const std::function<void(QFileDialog&)>& answer) { whenModal<QFileDialog>(answer); }
+    static void whenAsked(const std::function<void(QMessageBox&)>& answer) { whenModal<QMessageBox>(answer); }
+
+    /// Answers the next window of this kind that blocks.
+    template <typename Dialog>
+    static void whenModal(const std::function<void(Dialog&)>& answer)
     {
         QTimer::singleShot(0, [answer] {
-            auto* shown = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(shown, nullptr);
-            answer(*shown);
+            if (auto* shown = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
+                answer(*shown);
+            else
+                whenModal<Dialog>(answer);
         });
     }
 
@@ -165,6 +205,76 @@ TEST_F(FileDialog, AnswersANameThatIsToBeWritten)
     const FileDialogAnswer answer = dialog.ShowSave(setup());
     EXPECT_EQ(answer.fileName, folder.filePath("new.wav"));
     EXPECT_EQ(answer.fileTitle, "new.wav");
+}
+
+TEST_F(FileDialog, CompletesANameByTheFilterThatIsChosenWhenItIsAnswered)
+{
+    FileDialogSetup wanted = setup();
+    wanted.filter = "MP3 files (*.mp3)|*.mp3|WAV files (*.wav)|*.wav";
+    wanted.filterIndex = 1;
+    whenShown([](QFileDialog& shown) { type(shown, "take"); });
+    FileDialogAnswer answer = dialog.ShowSave(wanted);
+    EXPECT_EQ(answer.fileName, folder.filePath("take.mp3"));
+    EXPECT_EQ(answer.fileTitle, "take.mp3");
+
+    whenShown([](QFileDialog& shown) {
+        shown.selectNameFilter("WAV files (*.wav) (*.wav *.WAV)");
+        type(shown, "take");
+    });
+    EXPECT_EQ(dialog.ShowSave(wanted).fileName, folder.filePath("take.wav"));
+}
+
+TEST_F(FileDialog, AsksBeforeACompletedNameReplacesAFileAndComesBackWhereItMayNot)
+{
+    FileDialogSetup wanted = setup();
+    wanted.filterIndex = 2;
+    QStringList order;
+    whenShown([&](QFileDialog& shown) {
+        whenAsked([&](QMessageBox& box) {
+            order << box.text();
+            whenShown([&](QFileDialog& again) {
+                order << again.findChild<QLineEdit*>("fileNameEdit")->text();
+                whenAsked([&](QMessageBox& second) {
+                    order << second.text();
+                    second.button(QMessageBox::Yes)->click();
+                });
+                type(again, "c");
+            });
+            box.button(QMessageBox::No)->click();
+        });
+        type(shown, "c");
+    });
+    EXPECT_EQ(dialog.ShowSave(wanted).fileName, folder.filePath("c.wav"));
+    const QString question = "There is a file named \"c.wav\" already. Replace it?";
+    EXPECT_EQ(order, QStringList({question, "c", question}));
+}
+
+TEST_F(FileDialog, ThatIsCancelledBehindSuchAQuestionIsCancelled)
+{
+    FileDialogSetup wanted = setup();
+    wanted.filterIndex = 2;
+    wanted.cancelIsError = true;
+    whenShown([&](QFileDialog& shown) {
+        whenAsked([&](QMessageBox& box) {
+            whenShown([](QFileDialog& again) { again.reject(); });
+            box.button(QMessageBox::No)->click();
+        });
+        type(shown, "c");
+    });
+    const FileDialogAnswer answer = dialog.ShowSave(wanted);
+    EXPECT_EQ(answer.error, FileDialogAnswer::cancelled);
+    EXPECT_EQ(answer.fileName, "");
+}
+
+TEST_F(FileDialog, OpensAFileUnderTheNameThatWasTyped)
+{
+    FileDialogSetup wanted = setup();
+    QFile file(folder.filePath("c"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    wanted.filter = "All files|*|WAV files|*.wav";
+    wanted.filterIndex = 2;
+    whenShown([](QFileDialog& shown) { type(shown, "c"); });
+    EXPECT_EQ(dialog.ShowOpen(wanted).fileName, folder.filePath("c"));
 }
 
 TEST_F(FileDialog, StartsWhereItWasLeftTheLastTime)

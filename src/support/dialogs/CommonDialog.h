@@ -8,6 +8,7 @@ struct FileDialogSetup
     /// Flags that may be combined.
     enum Flag : unsigned
     {
+        HideReadOnly = 0x4,
         AllowMultiselect = 0x200,
         NoLongNames = 0x40000,
         Explorer = 0x80000,
@@ -66,5 +67,8 @@ public:
     virtual ~CommonDialog();
 
     virtual FileDialogAnswer ShowOpen(const FileDialogSetup& setup) = 0;
+
+    /// A name that is typed without a suffix gets that of the chosen filter, where it has one. A file that is there
+    /// already is answered only once the user has agreed to its being replaced.
     virtual FileDialogAnswer ShowSave(const FileDialogSetup& setup) = 0;
 };

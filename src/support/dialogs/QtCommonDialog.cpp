@@ -2,10 +2,13 @@
 
 #include "support/dialogs/DialogOwner.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QStandardPaths>
+#include <algorithm>
 
 namespace {
 
@@ -21,6 +24,26 @@ QString firstExisting(const QStringList& folders)
             return folder;
     }
     return {};
+}
+
+bool isSuffix(const QString& ending)
+{
+    return !ending.contains(u' ') && std::ranges::any_of(ending, [](QChar letter) { return letter.isLetter(); });
+}
+
+/// The patterns of a filter with bars that has this number, from 1; empty where there is none.
+QString patternsOf(const QString& filter, int number)
+{
+    return number > 0 ? filter.split(u'|').value(2 * number - 1) : QString();
+}
+
+/// Whether the user agrees to the end of a file.
+bool replaces(const QString& path)
+{
+    const QString question =
+        QStringLiteral("There is a file named \"%1\" already. Replace it?").arg(QFileInfo(path).fileName());
+    return QMessageBox::question(dialogOwner(), QApplication::applicationDisplayName(), question,
+                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
 /// The number, from 1, of the chosen filter; 0 where none is. A dialog that hides patterns names it without them.
@@ -66,6 +89,14 @@ QString QtCommonDialog::joinedPaths(const QStringList& paths)
     return joined;
 }
 
+QString QtCommonDialog::withSuffix(const QString& path, const QString& patterns)
+{
+    const QString suffix = QFileInfo(patterns.section(u';', 0, 0)).suffix();
+    if (isSuffix(QFileInfo(path).suffix()) || !isSuffix(suffix))
+        return path;
+    return path.endsWith(u'.') ? path + suffix : path + u'.' + suffix;
+}
+
 FileDialogAnswer QtCommonDialog::ShowOpen(const FileDialogSetup& setup)
 {
     return ask(setup, Purpose::Open);
@@ -76,9 +107,8 @@ FileDialogAnswer QtCommonDialog::ShowSave(const FileDialogSetup& setup)
     return ask(setup, Purpose::Save);
 }
 
-FileDialogAnswer QtCommonDialog::ask(const FileDialogSetup& setup, Purpose purpose)
+void QtCommonDialog::prepare(QFileDialog& dialog, const FileDialogSetup& setup, Purpose purpose) const
 {
-    QFileDialog dialog(dialogOwner(), setup.title);
     dialog.setAcceptMode(purpose == Purpose::Open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     const bool several = setup.flags & FileDialogSetup::AllowMultiselect;
     dialog.setFileMode(purpose == Purpose::Save ? QFileDialog::AnyFile
@@ -94,19 +124,32 @@ FileDialogAnswer QtCommonDialog::ask(const FileDialogSetup& setup, Purpose purpo
                        QStandardPaths::writableLocation(QStandardPaths::MusicLocation), QDir::homePath()}));
     if (!setup.fileName.isEmpty())
         dialog.selectFile(setup.fileName);
+}
 
-    FileDialogAnswer answer;
-    answer.fileName = setup.fileName;
-    answer.filterIndex = setup.filterIndex;
-    if (dialog.exec() != QDialog::Accepted) {
-        answer.error = setup.cancelIsError ? FileDialogAnswer::cancelled : 0;
+// Qt completes a name as well, but not every desktop's dialog then asks about the file that has the whole name.
+FileDialogAnswer QtCommonDialog::ask(const FileDialogSetup& setup, Purpose purpose)
+{
+    QFileDialog dialog(dialogOwner(), setup.title);
+    prepare(dialog, setup, purpose);
+    while (dialog.exec() == QDialog::Accepted) {
+        const QStringList paths = dialog.selectedFiles();
+        FileDialogAnswer answer;
+        answer.filterIndex = filterNumber(nameFilters(setup.filter), dialog.selectedNameFilter());
+        answer.fileName = joinedPaths(paths);
+        if (purpose == Purpose::Save) {
+            const QString typed = answer.fileName;
+            answer.fileName = withSuffix(typed, patternsOf(setup.filter, answer.filterIndex));
+            if (answer.fileName != typed && QFileInfo::exists(answer.fileName) && !replaces(answer.fileName))
+                continue;
+        }
+        if (paths.size() == 1)
+            answer.fileTitle = QFileInfo(answer.fileName).fileName();
+        lastFolder = folderOf(paths.value(0));
         return answer;
     }
-    const QStringList paths = dialog.selectedFiles();
-    answer.fileName = joinedPaths(paths);
-    if (paths.size() == 1)
-        answer.fileTitle = QFileInfo(paths.first()).fileName();
-    answer.filterIndex = filterNumber(filters, dialog.selectedNameFilter());
-    lastFolder = folderOf(paths.value(0));
+    FileDialogAnswer answer;
+    answer.error = setup.cancelIsError ? FileDialogAnswer::cancelled : 0;
+    answer.fileName = setup.fileName;
+    answer.filterIndex = setup.filterIndex;
     return answer;
 }

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+class QFileDialog;
+
 /// The file dialog of the user's desktop. It remembers the folder where it was left, and starts in the user's
 /// music.
 class QtCommonDialog : public CommonDialog
@@ -20,6 +22,10 @@ public:
     /// root folder.
     static QString joinedPaths(const QStringList& paths);
 
+    /// The path of a file to be written; where its name has no suffix, with that of the first of @p patterns. What
+    /// stands behind the last dot is not always one: "Op. 12", "take 1.5".
+    static QString withSuffix(const QString& path, const QString& patterns);
+
 private:
     enum class Purpose
     {
@@ -28,6 +34,7 @@ private:
     };
 
     FileDialogAnswer ask(const FileDialogSetup& setup, Purpose purpose);
+    void prepare(QFileDialog& dialog, const FileDialogSetup& setup, Purpose purpose) const;
 
     QString lastFolder;
 };
