@@ -10,6 +10,7 @@
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
+#include "export/SaveAs.h"
 #include "playback/ConversionStatus.h"
 #include "playback/EqualizerPanel.h"
 #include "playback/LevelPanel.h"
@@ -77,6 +78,8 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     connectToolBar();
     connectMarkKeys();
     connectCalculators();
+    if (Editor)
+        connectSaveAs();
     orderTabs();
 
     tmrTip->setObjectName("tmrTip");
@@ -208,6 +211,15 @@ void frmMain::connectCalculators()
     connect(tempoPitch, &TempoPitchPanel::keyCalculatorWanted, this, &frmMain::openKeyCalculator);
     connect(toolBar->tlbCmdBPMCalc, &QToolButton::clicked, this, &frmMain::openBpmCalculator);
     connect(toolBar->tlbCmdKeyCalc, &QToolButton::clicked, this, &frmMain::openKeyCalculator);
+}
+
+void frmMain::connectSaveAs()
+{
+    const ChangedTrack track{state.CurrentAudioPath, tempoPitch->sldTempo(), tempoPitch->sldPitchSemi(),
+                             tempoPitch->sldPitchGrad(), tempoPitch->sldSpeed()};
+    saveAs =
+        std::make_unique<SaveAs>(*Editor, track, *ui->lblWavExportStatus, surroundings.dialog, surroundings.msgBox);
+    connect(toolBar->tlbCmdSaveAs, &QToolButton::clicked, saveAs.get(), &SaveAs::RecordSoundTouch);
 }
 
 // The Tab key walks as the eye does, down the left column, down the right one, and on to what lies below both; the

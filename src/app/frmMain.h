@@ -24,6 +24,7 @@ class PlayerEngine;
 class PlaylistPanel;
 class PositionPanel;
 class QTimer;
+class SaveAs;
 class TempoPitchPanel;
 class TrackLoader;
 class TransportPanel;
@@ -62,6 +63,7 @@ private:
     void connectMarkKeys();
     void orderTabs();
     void connectCalculators();
+    void connectSaveAs();
     void lstAudio_Click();
     void tmrTip_Timer();
     void cmdExpand_Click();
@@ -103,4 +105,5 @@ private:
     QTimer* const tmrTip;
     const std::unique_ptr<TrackLoader> loader;
     std::unique_ptr<ConversionStatus> conversionStatus;
+    std::unique_ptr<SaveAs> saveAs;
 };

@@ -86,6 +86,16 @@ Slider& TempoPitchPanel::sldPitchSemi()
     return *ui->sldPitchSemi;
 }
 
+Slider& TempoPitchPanel::sldPitchGrad()
+{
+    return *ui->sldPitchGrad;
+}
+
+Slider& TempoPitchPanel::sldSpeed()
+{
+    return *ui->sldSpeed;
+}
+
 void TempoPitchPanel::sldTempo_Change()
 {
     SoundTouch.ChangeTempo(0, static_cast<float>(ui->sldTempo->value()));

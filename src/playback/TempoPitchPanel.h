@@ -28,9 +28,11 @@ public:
     /// Brings the four sliders back to 0, for a new track.
     void resetForTrack();
 
-    /// For the calculators, which read and put them.
+    /// For the calculators, which read and put two of them, and for the save-as command, which reads all.
     Slider& sldTempo();
     Slider& sldPitchSemi();
+    Slider& sldPitchGrad();
+    Slider& sldSpeed();
 
 signals:
     /// A button or a caption of the panel that opens a calculator was clicked.
