@@ -1,7 +1,6 @@
 #include "sound/editor/ParallelStretcher.h"
 
-#include "sound/dsp/Block.h"
-#include "sound/dsp/Stretcher.h"
+#include "sound/editor/PieceStretcher.h"
 #include "sound/editor/YieldingThread.h"
 
 #include <algorithm>
@@ -12,60 +11,30 @@ namespace {
 
 // The pieces under way, what goes in and what comes out, take no more than this.
 constexpr std::int64_t mostMemory = std::int64_t{96} * 1024 * 1024;
-constexpr std::int64_t longestPiece = 12;  // seconds
+constexpr std::int64_t longestPiece = 20;  // seconds
 constexpr std::int64_t piecesWaiting = 1;  // beyond those that the workers have
-
-class PieceInput : public FrameInput
-{
-public:
-    PieceInput(const Piece& piece, FramePosition begin, int channelCount)
-        : frames(piece.input)
-        , channels(static_cast<std::size_t>(channelCount))
-        , place(static_cast<std::size_t>((begin - piece.inputBegin).value) * channels)
-    {
-    }
-
-    void next(FrameCount count, float* interleaved) override
-    {
-        const auto wanted = static_cast<std::size_t>(count.value) * channels;
-        const std::size_t there = std::min(wanted, frames.size() - std::min(place, frames.size()));
-        std::copy_n(frames.data() + place, there, interleaved);
-        std::fill(interleaved + there, interleaved + wanted, 0.0F);
-        place += there;
-    }
-
-private:
-    const std::vector<float>& frames;
-    std::size_t channels;
-    std::size_t place;
-};
-
-void prepare(Stretcher& stretcher, const SourcePart& source)
-{
-    stretcher.prepare(source.rate(), source.channels(), blockAt(source.rate()));
-}
 
 FrameCount stretched(FrameCount length, double tempo)
 {
     return {std::llround(static_cast<double>(length.value) / tempo)};
 }
 
-FrameCount fittingPiece(const SourcePart& source, double tempo, std::size_t pieces)
+// Pieces of one length, as many for each worker, none longer than what fits.
+FrameCount fittingPiece(const SourcePart& source, double tempo, int workers)
 {
     const double bytesAFrame = source.channels() * sizeof(float) * (1 + tempo);
-    const auto fitting = static_cast<std::int64_t>(mostMemory / bytesAFrame) / static_cast<std::int64_t>(pieces);
-    return {std::clamp(fitting, 4 * SpectralJoin::length(source.rate()).value,
-                       longestPiece * std::max(1, source.rate().hertz))};
+    const auto fitting = static_cast<std::int64_t>(mostMemory / bytesAFrame) / (workers + piecesWaiting + 1);
+    const std::int64_t longest = std::clamp(fitting, 4 * SpectralJoin::length(source.rate()).value,
+                                            longestPiece * std::max(1, source.rate().hertz));
+    const std::int64_t total = stretched(source.length(), tempo).value;
+    const std::int64_t rounds = total / (longest * workers) + 1;
+    return {std::max(total / (rounds * workers) + 1, 4 * SpectralJoin::length(source.rate()).value)};
 }
 
 Cutting cuttingOf(const SourcePart& source, double tempo, FrameCount piece)
 {
-    Stretcher stretcher;
-    prepare(stretcher, source);
-    const FrameCount lead = stretcher.lead();
-    const FrameCount block = blockAt(source.rate());
     return {tempo, stretched(source.length(), tempo), piece, SpectralJoin::length(source.rate()),
-            lead + lead + block + block};
+            PieceStretcher::around(source.rate())};
 }
 
 }  // namespace
@@ -76,9 +45,8 @@ ParallelStretcher::ParallelStretcher(SourcePart& part, const Changes& wanted, in
     , total(stretched(part.length(), wanted.tempo))
     , common(SpectralJoin::length(part.rate()))
     , mostUnderWay(static_cast<std::size_t>(workers + piecesWaiting))
-    , reader(part,
-             cuttingOf(part, wanted.tempo,
-                       pieceLength.value > 0 ? pieceLength : fittingPiece(part, wanted.tempo, mostUnderWay + 1)))
+    , reader(part, cuttingOf(part, wanted.tempo,
+                             pieceLength.value > 0 ? pieceLength : fittingPiece(part, wanted.tempo, workers)))
     , joint(part.rate(), part.channels())
 {
     for (int count = 0; count < workers; ++count)
@@ -103,8 +71,7 @@ void ParallelStretcher::stop()
 void ParallelStretcher::work()
 {
     yieldToOthers();
-    Stretcher stretcher;
-    prepare(stretcher, source);
+    PieceStretcher stretcher(source.rate(), source.channels(), changes);
     while (true) {
         std::unique_lock lock(mutex);
         changed.wait(lock, [this] { return stopped || reader.atEnd() || begun < fetched + mostUnderWay; });
@@ -114,7 +81,7 @@ void ParallelStretcher::work()
         const Piece piece = reader.next();
         lock.unlock();
 
-        std::vector<float> frames = render(stretcher, piece);
+        std::vector<float> frames = stretcher.render(piece, stopped);
 
         lock.lock();
         rendered[number] = {std::move(frames), piece.last};
@@ -122,21 +89,8 @@ void ParallelStretcher::work()
     }
 }
 
-std::vector<float> ParallelStretcher::render(Stretcher& stretcher, const Piece& piece) const
-{
-    const int channels = source.channels();
-    PieceInput input(piece, piece.source - stretcher.lead(), channels);
-    stretcher.begin(piece.source, 1 / changes.tempo, changes.pitch);
-    stretcher.prime(input);
-
-    const FrameCount block = blockAt(source.rate());
-    std::vector<float> frames(static_cast<std::size_t>(piece.length.value * channels));
-    for (FrameCount done; done < piece.length && !stopped; done = done + block)
-        stretcher.render(input, std::min(block, piece.length - done), frames.data() + done.value * channels);
-    return frames;
-}
-
-bool ParallelStretcher::next(std::vector<float>& interleaved)
+// The next piece into ready; false at the end.
+bool ParallelStretcher::fetch()
 {
     if (ended)
         return false;
@@ -144,22 +98,33 @@ bool ParallelStretcher::next(std::vector<float>& interleaved)
     changed.wait(lock, [this] { return stopped || rendered.contains(fetched) || total.value == 0; });
     if (stopped || total.value == 0)
         return false;
-    const Rendered piece = std::move(rendered[fetched]);
-    rendered.erase(fetched++);
+    auto piece = rendered.extract(fetched++);
     changed.notify_all();
     lock.unlock();
 
-    const auto overlap = static_cast<std::ptrdiff_t>(common.value * source.channels());
-    auto from = piece.frames.begin();
-    if (!leaving.empty()) {
-        joint.join(leaving.data(), piece.frames.data(), leaving.data());
-        interleaved.insert(interleaved.end(), leaving.begin(), leaving.end());
-        from += overlap;
+    ready = std::move(piece.mapped().frames);
+    given = 0;
+    ended = piece.mapped().last;
+    if (!leaving.empty())
+        joint.join(leaving.data(), ready.data(), ready.data());
+    if (!ended) {
+        const auto overlap = static_cast<std::ptrdiff_t>(common.value * source.channels());
+        leaving.assign(ready.end() - overlap, ready.end());
+        ready.resize(ready.size() - leaving.size());
     }
-    ended = piece.last;
-    const auto to = piece.last ? piece.frames.end() : piece.frames.end() - overlap;
-    interleaved.insert(interleaved.end(), from, to);
-    leaving.assign(to, piece.frames.end());
+    return true;
+}
+
+bool ParallelStretcher::next(std::vector<float>& interleaved)
+{
+    if (stopped || (given == ready.size() && !fetch()))
+        return false;
+    const std::size_t second =
+        static_cast<std::size_t>(source.rate().hertz) * static_cast<std::size_t>(source.channels());
+    const std::size_t count = std::min(second, ready.size() - given);
+    const auto from = ready.begin() + static_cast<std::ptrdiff_t>(given);
+    interleaved.insert(interleaved.end(), from, from + static_cast<std::ptrdiff_t>(count));
+    given += count;
     return true;
 }
 

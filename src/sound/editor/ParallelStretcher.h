@@ -36,7 +36,7 @@ public:
     /// Of the whole output: the source's length by the tempo, to the nearest frame.
     FrameCount length() const { return total; }
 
-    /// Adds the next frames to @p interleaved, some seconds of them. False, with nothing added, at the end and
+    /// Adds the next frames to @p interleaved, about a second of them. False, with nothing added, at the end and
     /// after stop().
     bool next(std::vector<float>& interleaved);
 
@@ -51,7 +51,7 @@ private:
     };
 
     void work();
-    std::vector<float> render(class Stretcher& stretcher, const Piece& piece) const;
+    bool fetch();
 
     SourcePart& source;
     Changes changes;
@@ -68,7 +68,9 @@ private:
     std::atomic<bool> stopped = false;
 
     SpectralJoin joint;
-    std::vector<float> leaving;  // what the last piece has in common with the next
+    std::vector<float> ready;    // joined to what came before
+    std::size_t given = 0;       // samples of it
+    std::vector<float> leaving;  // what it has in common with the next piece
     bool ended = false;
 
     std::vector<std::thread> threads;

@@ -6,8 +6,8 @@
 namespace sound {
 namespace {
 
-// Within this part of a piece, before its end, the calmest place is looked for.
-constexpr std::int64_t searchPart = 6;
+// So much of a piece before and behind the place where it would end, the calmest one is looked for.
+constexpr std::int64_t searchPart = 12;
 
 }  // namespace
 
@@ -28,14 +28,15 @@ Piece PieceReader::next()
     Piece piece;
     piece.begin = begin;
     const FramePosition end = endOf(cutting.length);
-    const FramePosition latest = begin + cutting.piece;
-    piece.last = latest + cutting.common + cutting.common >= end;
+    const FrameCount search{cutting.piece.value / searchPart};
+    regular = regular + cutting.piece;
+    piece.last = regular + search + cutting.common + cutting.common >= end;
     ended = piece.last;
     if (piece.last) {
         piece.length = end - begin;
     } else {
-        readTo(sourceOf(latest + cutting.common));
-        begin = calmest(latest - FrameCount{cutting.piece.value / searchPart}, latest);
+        readTo(sourceOf(regular + search + cutting.common));
+        begin = calmest(regular - search, regular + search);
         piece.length = begin + cutting.common - piece.begin;
     }
 

@@ -51,7 +51,8 @@ private:
 
     SourcePart& source;
     Cutting cutting;
-    FramePosition begin;  // of the next piece
+    FramePosition regular;  // where the next piece would begin if all were as long
+    FramePosition begin;    // where it does
     bool ended = false;
     std::vector<float> buffer;
     FramePosition bufferBegin;
