@@ -100,6 +100,10 @@ private:
     SoundEncoder::Sink sink()
     {
         return [this](AVPacket& packet) {
+            // Of MP3 the last coded frame can be all padding. The container would tell only that, and not the
+            // padding in the frame before.
+            if (encoder->codec().codec_id == AV_CODEC_ID_MP3 && packet.duration == 0)
+                return true;
             packet.stream_index = 0;
             return output->write(packet, encoder->codec().time_base);
         };

@@ -301,6 +301,23 @@ TEST(SoundFileWriter, SilenceStaysSilence)
     }
 }
 
+TEST(SoundFileWriter, TheEndIsExactWhereverInACodedFrameItLies)
+{
+    const SoundFiles files;
+    constexpr std::int64_t longestCodedFrame = 1152;
+    const TestSound longest = slideWithNoise(44100, 1, 50'000 + longestCodedFrame);
+    for (const auto& [name, format] :
+         {std::pair("a.mp3", sound::mp3Format(128'000)), std::pair("a.ogg", sound::oggVorbisFormat(4)),
+          std::pair("a.mp4", sound::mp4Format(100)), std::pair("a.flac", sound::flacFormat())}) {
+        for (std::int64_t frames = 50'000; frames < longest.frames(); frames += 29) {
+            TestSound made = longest;
+            made.samples.resize(static_cast<std::size_t>(frames));
+            ASSERT_EQ(write(files.path(name), format, made), EngineError::None);
+            ASSERT_EQ(read(files.path(name)).frames(), frames) << name;
+        }
+    }
+}
+
 std::int64_t bitsASecond(const SoundFormat& format, int channels)
 {
     const SoundFiles files;
