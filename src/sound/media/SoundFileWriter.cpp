@@ -58,6 +58,9 @@ std::string optionsOf(Family family, const AVCodecContext& codec, bool tagged)
     case Family::Wma:
         return "packet_size=" + std::to_string(asfPacketSize(codec.block_align));
     case Family::OggVorbis:
+        // In microseconds. FFmpeg's decoders lose 128 frames of a sound that lies on a single page; so only those
+        // few that are shorter than this do.
+        return "page_duration=100000";
     case Family::Flac:
         break;
     }

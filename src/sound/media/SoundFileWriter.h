@@ -44,7 +44,8 @@ public:
     virtual ~SoundFileWriter() = default;
 
     /// Adds whole frames, at full scale from -1 to 1. Formats of 16 bits cut what is beyond and get dither (see
-    /// SixteenBits); the others keep it. False when the disc is full or fails; the file can then not be finished.
+    /// SixteenBits); AAC and MP4 are turned down where they come near it, and the others keep it. False when the
+    /// disc is full or fails; the file can then not be finished.
     virtual bool write(std::span<const float> interleaved) = 0;
 
     /// None, or FileCreationFailed.

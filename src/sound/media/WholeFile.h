@@ -13,8 +13,11 @@ namespace sound {
 ///
 /// It grows without a name in the same folder and takes its own, in place of the file that bore it, when finish()
 /// has brought all of it to the disc. Whatever ends the writing before that, be it the end of the program by force,
-/// leaves nothing behind and what bore the name untouched. Only where the file system knows no files without a name
-/// (that of a memory stick, say) it grows under a hidden one, which a program ended by force leaves behind.
+/// leaves nothing behind and what bore the name untouched.
+///
+/// A hidden name it has for the instant in which it takes the place of another file, and all the while where the
+/// file system knows no files without a name (that of a memory stick, say): a program that is ended by force then
+/// leaves it.
 ///
 /// Only a regular file is replaced: never a folder, a pipe or a device.
 ///

@@ -318,6 +318,35 @@ TEST(SoundFileWriter, TheEndIsExactWhereverInACodedFrameItLies)
     }
 }
 
+TEST(SoundFileWriter, WhatIsBeyondFullScaleIsCutInSixteenBitsTurnedDownInAacAndElseKept)
+{
+    const SoundFiles files;
+    const TestSound loud = sound::test::sine(440, 44100, 2, 44'100, 1.5);
+    const auto loudestIn = [&](const SoundFormat& format) {
+        EXPECT_EQ(write(files.path("a"), format, loud), EngineError::None);
+        const TestSound heard = read(files.path("a"));
+        // In the middle, where no encoder still starts up.
+        const auto middle = std::span(heard.samples).subspan(40'000, 20'000);
+        return std::abs(*std::ranges::max_element(middle, {}, [](float sample) { return std::abs(sample); }));
+    };
+    for (const auto& format : {sound::wavFormat(), sound::flacFormat()})
+        EXPECT_EQ(loudestIn(format), 1.0F);
+    for (const auto& format : {sound::mp3Format(128'000), sound::wmaFormat(128'000), sound::oggVorbisFormat(4)})
+        EXPECT_NEAR(loudestIn(format), 1.5F, 0.1F);
+    for (const auto& format : {sound::aacFormat(100), sound::mp4Format(100)})  // whose encoder turns it down
+        EXPECT_NEAR(loudestIn(format), 0.95F, 0.02F);
+}
+
+TEST(SoundFileWriter, AShortOggIsWholeWhereItsBlocksEndWithTheSoundToo)
+{
+    const SoundFiles files;
+    for (const std::int64_t frames : {6400, 12'800, 44'032, 44'100}) {
+        const TestSound made = sound::test::sine(440, 44100, 2, frames);
+        ASSERT_EQ(write(files.path("a.ogg"), sound::oggVorbisFormat(4), made), EngineError::None);
+        EXPECT_EQ(read(files.path("a.ogg")).frames(), frames);
+    }
+}
+
 std::int64_t bitsASecond(const SoundFormat& format, int channels)
 {
     const SoundFiles files;
