@@ -9,8 +9,8 @@
 namespace sound {
 namespace {
 
-constexpr std::array<std::uint8_t, 4> mark = {'O', 'g', 'g', 'S'};
-constexpr std::size_t headSize = 27;
+constexpr std::array<std::uint8_t, 4> pageMark = {'O', 'g', 'g', 'S'};
+constexpr std::size_t pageHeadSize = 27;
 constexpr std::int64_t noPosition = -1;
 
 struct Page
@@ -27,8 +27,8 @@ struct Page
 
 std::optional<Page> pageAt(FileBytes& bytes, std::int64_t offset)
 {
-    const auto head = bytes.exactlyAt(offset, headSize);
-    if (head.empty() || std::memcmp(head.data(), mark.data(), mark.size()) != 0 || head[4] != 0)
+    const auto head = bytes.exactlyAt(offset, pageHeadSize);
+    if (head.empty() || std::memcmp(head.data(), pageMark.data(), pageMark.size()) != 0 || head[4] != 0)
         return std::nullopt;
     Page page;
     page.begins = (head[5] & 2) != 0;
@@ -37,9 +37,9 @@ std::optional<Page> pageAt(FileBytes& bytes, std::int64_t offset)
     page.serial = littleEndian32(head.subspan(14));
     page.number = littleEndian32(head.subspan(18));
     const std::size_t segments = head[26];
-    page.bodyStart = offset + static_cast<std::int64_t>(headSize + segments);
-    page.size = static_cast<std::int64_t>(headSize + segments);
-    for (const std::uint8_t segment : bytes.exactlyAt(offset + static_cast<std::int64_t>(headSize), segments)) {
+    page.bodyStart = offset + static_cast<std::int64_t>(pageHeadSize + segments);
+    page.size = static_cast<std::int64_t>(pageHeadSize + segments);
+    for (const std::uint8_t segment : bytes.exactlyAt(offset + static_cast<std::int64_t>(pageHeadSize), segments)) {
         page.size += segment;
         page.packets += segment < 255 ? 1 : 0;
     }
@@ -192,7 +192,7 @@ std::optional<FrameCount> countOggFrames(const RegularFile& file, FramePosition 
     for (std::int64_t offset = 0; offset >= 0 && offset < bytes.size();) {
         const auto page = pageAt(bytes, offset);
         if (!page || offset + page->size > bytes.size()) {
-            offset = bytes.find(mark, offset + 1, bytes.size());
+            offset = bytes.find(pageMark, offset + 1, bytes.size());
             continue;
         }
         positions.add(*page, offset, offset - endOfLast);

@@ -8,8 +8,8 @@
 namespace sound {
 namespace {
 
-constexpr std::size_t headSize = 32;
-constexpr std::array<std::uint8_t, 4> mark = {'w', 'v', 'p', 'k'};
+constexpr std::size_t blockHeadSize = 32;
+constexpr std::array<std::uint8_t, 4> blockMark = {'w', 'v', 'p', 'k'};
 constexpr std::uint32_t largestBlock = 1024 * 1024;  // in bytes
 constexpr std::uint32_t mostFramesInBlock = 150'000;
 constexpr std::uint32_t firstOfItsFrames = 0x800;  // flag: further blocks hold further channels of the same frames
@@ -24,12 +24,12 @@ struct Block
 
 std::optional<Block> blockAt(FileBytes& bytes, std::int64_t offset)
 {
-    const auto head = bytes.exactlyAt(offset, headSize);
-    if (head.empty() || std::memcmp(head.data(), mark.data(), mark.size()) != 0)
+    const auto head = bytes.exactlyAt(offset, blockHeadSize);
+    if (head.empty() || std::memcmp(head.data(), blockMark.data(), blockMark.size()) != 0)
         return std::nullopt;
     const std::uint32_t rest = littleEndian32(head.subspan(4));
     const std::uint32_t frames = littleEndian32(head.subspan(20));
-    if (rest < headSize - 8 || rest > largestBlock || frames > mostFramesInBlock)
+    if (rest < blockHeadSize - 8 || rest > largestBlock || frames > mostFramesInBlock)
         return std::nullopt;
     const std::uint32_t flags = littleEndian32(head.subspan(24));
     return Block{std::int64_t{rest} + 8, littleEndian32(head.subspan(16)), frames,
@@ -41,14 +41,14 @@ std::optional<Block> blockAt(FileBytes& bytes, std::int64_t offset)
 std::optional<FrameCount> countWavPackFrames(const RegularFile& file)
 {
     FileBytes bytes(file);
-    std::int64_t offset = bytes.find(mark, 0, bytes.size());
+    std::int64_t offset = bytes.find(blockMark, 0, bytes.size());
     std::int64_t counted = 0;
     std::int64_t nextIndex = -1;
     std::int64_t endOfLast = 0;
     while (offset >= 0) {
         const auto block = blockAt(bytes, offset);
         if (!block) {
-            offset = bytes.find(mark, offset + 1, bytes.size());
+            offset = bytes.find(blockMark, offset + 1, bytes.size());
             continue;
         }
         if (offset + block->size > bytes.size())
@@ -57,7 +57,7 @@ std::optional<FrameCount> countWavPackFrames(const RegularFile& file)
             // What is missing between two blocks must have left its bytes behind.
             const std::int64_t missing = nextIndex < 0 ? 0 : block->index - nextIndex;
             const std::int64_t mostMissing =
-                (offset - endOfLast) / static_cast<std::int64_t>(headSize) * mostFramesInBlock;
+                (offset - endOfLast) / static_cast<std::int64_t>(blockHeadSize) * mostFramesInBlock;
             if (missing > 0 && missing <= mostMissing)
                 counted += missing;
             counted += block->frames;
