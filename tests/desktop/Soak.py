@@ -12,10 +12,10 @@ import random
 import sys
 import time
 
+from gaps import Gaps
 from player import Player
 from processes import end_on_signals, wait_until
-from stage import FRAME_BYTES, RATE, Stage
-from stalls import Stalls
+from stage import Stage
 
 TRACK = "before-the-lesson.wav"
 LABEL = "before-the-lesson (Wav file)"
@@ -31,10 +31,6 @@ SLIDERS = ["Tempo in percent", "Pitch in semitones", "Pitch in hundredths of a s
 BUTTONS = ["Collapse sound options", "Expand sound options", "Reset all", "Reset all bands", "Balance to left",
            "Reset balance", "Begin loop one thousandth on", "End loop one thousandth back", "Increase fading interval",
            "Decrease fading interval", "Add mark"]
-
-
-SHORTEST_GAP = 44  # frames; a millisecond without the least noise is in no music
-REACH = 0.15  # seconds around a gap in which a stall can have made it: the buffer, and the recording's uncertainty
 
 
 class Soak:
@@ -88,44 +84,6 @@ class Soak:
         self.player.act("Play loop", "push button")
 
 
-def gaps(samples, begin, end):
-    """The stretches of pure silence between two moments, each its begin and its length in seconds."""
-    found = []
-    place = int(begin * RATE) * FRAME_BYTES
-    while True:
-        place = samples.find(bytes(SHORTEST_GAP * FRAME_BYTES), place, int(end * RATE) * FRAME_BYTES)
-        if place < 0:
-            return found
-        first = -(-place // FRAME_BYTES)
-        last = first
-        while samples[last * FRAME_BYTES:(last + 1) * FRAME_BYTES] == bytes(FRAME_BYTES):
-            last += 1
-        found.append((first / RATE, (last - first) / RATE))
-        place = last * FRAME_BYTES
-
-
-class Clocks:
-    """How the recording's clock lies to the machine's: it lags by what waits in pipes, and least at the best moment."""
-
-    def __init__(self):
-        self.difference = float("inf")
-
-    def compare(self, recording):
-        self.difference = min(self.difference, time.monotonic() - recording.seconds())
-
-
-def tell(found, stalls, clocks):
-    """Prints each gap, and returns how many of them no stall of the machine explains."""
-    unexplained = 0
-    for moment, length in found:
-        there = moment + clocks.difference
-        near = stalls.between(there - REACH, there + length + REACH)
-        unexplained += not near
-        reason = f"the machine stood still for {1000 * sum(stall[1] for stall in near):.0f} ms" if near else "unexplained"
-        print(f"gap at {moment:.3f} s of {1000 * length:.1f} ms: {reason}")
-    return unexplained
-
-
 def main():
     program, build, seconds = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2]), float(sys.argv[3])
     seed = int(sys.argv[4]) if len(sys.argv) > 4 else random.randrange(1 << 32)
@@ -137,8 +95,7 @@ def main():
         stage.choose(Show_Tips_at_Startup=0)
         player = Player(stage, program)
         recording = stage.record()
-        stalls = Stalls(stage)
-        clocks = Clocks()
+        gaps = Gaps(stage, recording)
         player.start()
         player.add(os.path.join(build, "practice", TRACK))
         player.pick(LABEL)
@@ -155,7 +112,7 @@ def main():
         while time.monotonic() < end:
             soak.step()
             player.check_alive()
-            clocks.compare(recording)
+            gaps.compare_clocks()
             if time.monotonic() > looped + 3:
                 soak.loop()
                 looped = time.monotonic()
@@ -163,12 +120,14 @@ def main():
         stage.screenshot(os.path.join(results, "screen.png"))
         until = recording.seconds()
         recording.save(os.path.join(results, "heard.wav"))
-        found = gaps(recording.all(), begin, until)
+        found = gaps.between(begin, until)
         code = player.close()
-        unexplained = tell(found, stalls, clocks)
-        print(f"{soak.done} steps in {seconds:.0f} s: {len(found)} gaps, {unexplained} of them unexplained; the program "
+        for gap in found:
+            print(gap)
+        unexplained = [gap for gap in found if not gap.explained()]
+        print(f"{soak.done} steps in {seconds:.0f} s: {len(found)} gaps, {len(unexplained)} of them unexplained; the program "
               f"ended with {code}")
-        return 0 if code == 0 and unexplained == 0 else 1
+        return 0 if code == 0 and not unexplained else 1
 
 
 if __name__ == "__main__":

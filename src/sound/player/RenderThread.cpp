@@ -14,11 +14,13 @@ namespace {
 
 constexpr auto reportInterval = 10ms;
 
-// Where the system lets it, before all ordinary threads; elsewhere the output's buffer has to do.
+// Where the system lets it, before all ordinary threads, and before the window where that is no ordinary one;
+// elsewhere the output's buffer has to do.
 void askForPriority()
 {
+    constexpr int aboveLowest = 9;
     sched_param parameters{};
-    parameters.sched_priority = sched_get_priority_min(SCHED_RR);
+    parameters.sched_priority = sched_get_priority_min(SCHED_RR) + aboveLowest;
     pthread_setschedparam(pthread_self(), SCHED_RR, &parameters);
 }
 

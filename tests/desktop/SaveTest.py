@@ -1,0 +1,159 @@
+"""Saves the changed sound as a user does, and has other programs judge the files.
+
+Run by ctest with the build folder and the project's stage on the path; see CMakeLists.txt beside this.
+"""
+
+import json
+import os
+import subprocess
+import unittest
+import wave
+
+from DesktopTest import BUILD, SECONDS, WAV, DesktopTest
+from gaps import Gaps
+from measure import measure
+from processes import end_on_signals, wait_until
+
+EXPORTING = "Exporting audio, please wait..."
+DONE = "File successfully created."
+FRAMES = round(SECONDS * 44100 / 0.8)  # at -20 percent
+
+# The name that is typed, the container and the coding that it stands for, and how many frames the file may hold beyond
+# those of the sound: WMA and AAC tell nothing of what their encoders add, and ffmpeg plays what MP4 tells to leave out.
+NAMES = [
+    ("slow.wav", "wav", "pcm_s16le", 0),
+    ("slow.mp3", "mp3", "mp3", 0),
+    ("slow.wma", "asf", "wmav2", 4096),
+    ("slow.aac", "aac", "aac", 3072),
+    ("slow.mp4", "mp4", "aac", 1024),
+    ("slow.ogg", "ogg", "vorbis", 0),
+    ("LOUD.MP3", "mp3", "mp3", 0),
+    ("slow.flac", "wav", "pcm_s16le", 0),
+    ("slow.m4a", "wav", "pcm_s16le", 0),
+    ("take", "mp3", "mp3", 0),  # the dialog offers MP3 first
+]
+
+
+class SaveTest(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        self.start_without_tips()
+        self.folder = os.path.join(self.stage.environment["HOME"], "saved")
+        os.makedirs(self.folder)
+        self.load()
+        self.player.set_value("Tempo in percent", -20)
+        self.player.set_value("Pitch in semitones", 2)
+
+    def says(self, beginning):
+        return any(item.get_name().startswith(beginning) for item in self.player.showing())
+
+    def load_long_track(self):
+        """One that takes some seconds to save."""
+        path = os.path.join(self.folder, "long.wav")
+        with wave.open(WAV, "rb") as track, wave.open(path, "wb") as long:
+            long.setparams(track.getparams())
+            frames = track.readframes(track.getnframes())
+            for _ in range(6):
+                long.writeframes(frames)
+        self.player.set_value("Tempo in percent", 0)
+        self.player.add(path)
+        self.player.pick("long (Wav file)")
+        wait_until(lambda: self.player.value("End loop position") == 6 * SECONDS, "the track to load")
+        self.player.set_value("Tempo in percent", -20)
+
+    def start_saving(self, name):
+        self.player.activate()
+        self.player.press("ctrl+s")
+        self.player.answer_file_dialog("^Save audio as", os.path.join(self.folder, name))
+
+    def await_box(self, text):
+        wait_until(lambda: self.says(text), f"“{text}”", 60)
+        self.player.press("Return")
+        wait_until(lambda: not self.says(text), "the message to go")
+
+    def probe(self, path):
+        done = subprocess.run(["ffprobe", "-v", "error", "-of", "json", "-show_streams", "-show_format", path],
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, check=True)
+        return json.loads(done.stdout)
+
+    def decode(self, path):
+        decoded = os.path.join(self.folder, "decoded.wav")
+        subprocess.run(["ffmpeg", "-v", "error", "-y", "-i", path, "-c:a", "pcm_f32le", decoded],
+                       stdin=subprocess.DEVNULL, check=True)
+        return decoded
+
+    def judge(self, path, container, coding, beyond):
+        found = self.probe(path)
+        self.assertIn(container, found["format"]["format_name"].split(","))
+        stream = found["streams"][0]
+        self.assertEqual((stream["codec_name"], stream["sample_rate"], stream["channels"]), (coding, "44100", 2))
+        decoded = self.decode(path)
+        frames = int(self.probe(decoded)["streams"][0]["duration_ts"])
+        self.assertGreaterEqual(frames, FRAMES)
+        self.assertLessEqual(frames, FRAMES + beyond)
+        heard = measure(os.path.join(BUILD, "tools", "heard", "heard"), WAV, decoded,
+                        [("it", 1, 20, "pitch gaps")])["it"]
+        self.assertAlmostEqual(heard["tempo"], 0.8, delta=0.003)
+        self.assertAlmostEqual(heard["cents"], 200, delta=4)
+        self.assertEqual(heard["gaps"], 0)
+
+    def test_each_name_gets_its_format_and_the_changed_sound(self):
+        for name, container, coding, beyond in NAMES:
+            with self.subTest(name):
+                self.start_saving(name)
+                self.await_box(DONE)
+                self.judge(os.path.join(self.folder, name if "." in name else name + ".mp3"), container, coding, beyond)
+
+    def test_playing_goes_on_while_the_file_is_written_and_the_window_tells_how_far_it_is(self):
+        self.load_long_track()
+        recording = self.stage.record()
+        self.player.click("Play", "push button")
+        recording.wait_for_sound("the track")
+        gaps = Gaps(self.stage, recording)
+        begin = recording.seconds()
+        self.start_saving("slow.mp3")
+        told = set()
+
+        def finished():
+            gaps.compare_clocks()
+            for item in self.player.showing():
+                if item.get_name().startswith(EXPORTING):
+                    told.add(item.get_name())
+                if item.get_name() == DONE:
+                    return True
+            return False
+
+        wait_until(finished, "the file", 60)
+        end = recording.seconds()
+        self.player.press("Return")
+        for text in told:
+            self.assertRegex(text, r"^Exporting audio, please wait\.\.\.\d{1,3}%$")
+        self.assertTrue(told)
+        recording.save(os.path.join(self.results, "heard.wav"))
+        self.assertEqual([str(gap) for gap in gaps.between(begin, end) if not gap.explained()], [])
+
+    def test_a_folder_that_may_not_be_written_is_told(self):
+        self.start_saving("/proc/slow.wav")  # not even an administrator makes files there
+        self.await_box("Export to file failed.")
+        self.start_saving("slow.wav")
+        self.await_box(DONE)
+        self.assertEqual(os.listdir(self.folder), ["slow.wav"])
+
+    def test_closing_the_program_in_the_middle_leaves_nothing(self):
+        self.load_long_track()
+        self.start_saving("slow.wav")
+        wait_until(lambda: self.says(EXPORTING), "the export")
+        self.assertEqual(self.player.close(), 0)
+        self.assertEqual(os.listdir(self.folder), ["long.wav"])
+
+    def test_without_a_track_the_message_comes_before_any_dialog(self):
+        self.player.end()
+        self.stage.new_home()
+        self.start_without_tips()
+        self.player.press("ctrl+s")
+        self.await_box("Please select file from playlist.")
+
+
+if __name__ == "__main__":
+    end_on_signals()
+    unittest.main(verbosity=2)
