@@ -133,7 +133,7 @@ class SaveTest(DesktopTest):
         self.assertEqual([str(gap) for gap in gaps.between(begin, end) if not gap.explained()], [])
 
     def test_a_folder_that_may_not_be_written_is_told(self):
-        self.start_saving("/proc/slow.wav")  # not even an administrator makes files there
+        self.start_saving("/sys/slow.wav")  # not even an administrator makes files there
         self.await_box("Export to file failed.")
         self.start_saving("slow.wav")
         self.await_box(DONE)
