@@ -1,4 +1,4 @@
-// Saves a changed sound as the player's editor does: what export-compare.sh runs beside other programs.
+// Saves a changed sound as the player's editor does: what export.py runs beside other programs.
 //
 //     export_sound SOURCE TARGET TEMPO-PERCENT SEMITONES RATE-PERCENT
 //
