@@ -9,6 +9,19 @@ namespace {
 // So much of a piece before and behind the place where it would end, the calmest one is looked for.
 constexpr std::int64_t searchPart = 12;
 
+// How long before and behind the common stretch the sound is to be calm too: a rendering spreads an attack.
+constexpr std::int64_t marginHundredths = 5;
+
+FrameCount hundredthAt(SampleRate rate)
+{
+    return {std::max(1, rate.hertz / 100)};
+}
+
+FrameCount marginAt(SampleRate rate)
+{
+    return {marginHundredths * hundredthAt(rate).value};
+}
+
 }  // namespace
 
 PieceReader::PieceReader(SourcePart& part, const Cutting& how)
@@ -35,7 +48,7 @@ Piece PieceReader::next()
     if (piece.last) {
         piece.length = end - begin;
     } else {
-        readTo(sourceOf(regular + search + cutting.common));
+        readTo(sourceOf(regular + search + cutting.common) + marginAt(source.rate()));
         begin = calmest(regular - search, regular + search);
         piece.length = begin + cutting.common - piece.begin;
     }
@@ -70,13 +83,14 @@ void PieceReader::readTo(FramePosition end)
         source.read(end - there, buffer);
 }
 
-// Where the common stretch may best begin: where the sound rises least within it, from one hundredth of a second to
-// the next.
+// Where the common stretch may best begin: where the sound rises least within it and around it, from one hundredth
+// of a second to the next.
 FramePosition PieceReader::calmest(FramePosition earliest, FramePosition latest) const
 {
     const auto channels = static_cast<std::size_t>(source.channels());
-    const FramePosition first = std::max(sourceOf(earliest), bufferBegin);
-    const auto hundredth = static_cast<std::size_t>(std::max(1, source.rate().hertz / 100));
+    const FrameCount margin = marginAt(source.rate());
+    const FramePosition first = std::max(sourceOf(earliest) - margin, bufferBegin);
+    const auto hundredth = static_cast<std::size_t>(hundredthAt(source.rate()).value);
     const auto offset = static_cast<std::size_t>((first - bufferBegin).value) * channels;
 
     std::vector<double> powers;
@@ -87,7 +101,8 @@ FramePosition PieceReader::calmest(FramePosition earliest, FramePosition latest)
         powers.push_back(power);
     }
     const double commonFrames = static_cast<double>(cutting.common.value) * cutting.tempo;
-    const auto span = static_cast<std::size_t>(commonFrames / static_cast<double>(hundredth)) + 1;
+    const auto span =
+        static_cast<std::size_t>(commonFrames / static_cast<double>(hundredth)) + 2 * marginHundredths;
 
     std::size_t best = 0;
     double least = HUGE_VAL;
@@ -100,9 +115,8 @@ FramePosition PieceReader::calmest(FramePosition earliest, FramePosition latest)
             best = candidate;
         }
     }
-    const double output =
-        static_cast<double>((first + FrameCount{static_cast<std::int64_t>(best * hundredth)}).value) /
-        cutting.tempo;
+    const FramePosition calm = first + FrameCount{static_cast<std::int64_t>(best * hundredth)} + margin;
+    const double output = static_cast<double>(calm.value) / cutting.tempo;
     return std::clamp(FramePosition{std::llround(output)}, earliest, latest);
 }
 

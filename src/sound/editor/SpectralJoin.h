@@ -30,7 +30,7 @@ public:
     SpectralJoin(const SpectralJoin&) = delete;
     SpectralJoin& operator=(const SpectralJoin&) = delete;
 
-    /// Over how many frames it leads: about a fifth of a second.
+    /// Over how many frames it leads: about a third of a second.
     static FrameCount length(SampleRate rate);
 
     /// All three hold length() frames, interleaved; @p joined may be one of the others.
