@@ -12,6 +12,10 @@ namespace {
 
 constexpr std::size_t samplesAtOnce = 32768;  // so that the percent move smoothly
 
+// Of all the time that an export takes; the rest is writing. What has been rendered waits for whole pieces to be
+// done, so that by what is written alone the percent would jump.
+constexpr double renderingPart = 0.9;
+
 }  // namespace
 
 ExportJob::ExportJob(std::unique_ptr<Rendition> what, std::unique_ptr<SoundFileWriter> where)
@@ -33,10 +37,17 @@ ExportJob::~ExportJob()
     worker.join();
 }
 
+short ExportJob::percent() const
+{
+    const std::int64_t inFile = written;
+    if (inFile >= samples())
+        return 100;
+    const double writing = static_cast<double>(inFile) / static_cast<double>(samples());
+    return static_cast<short>(100 * (renderingPart * rendition->progress() + (1 - renderingPart) * writing));
+}
+
 EngineError ExportJob::write()
 {
-    const std::int64_t total = std::max<std::int64_t>(1, rendition->length().value) * rendition->channels();
-    std::int64_t written = 0;
     std::vector<float> frames;
     while (rendition->next(frames)) {
         for (std::span<const float> rest(frames); !rest.empty();) {
@@ -46,7 +57,6 @@ EngineError ExportJob::write()
             if (!writer->write(now))
                 return EngineError::FileCreationFailed;
             written += static_cast<std::int64_t>(now.size());
-            part.store(static_cast<short>(written * 100 / total), std::memory_order_relaxed);
             rest = rest.subspan(now.size());
         }
         frames.clear();

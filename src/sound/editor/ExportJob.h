@@ -5,6 +5,7 @@
 #include "sound/media/SoundFileWriter.h"
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <thread>
 
@@ -22,20 +23,21 @@ public:
 
     bool finished() const { return done.load(std::memory_order_acquire); }
 
-    /// 0 to 100.
-    short percent() const { return part.load(std::memory_order_relaxed); }
+    /// 0 to 100, and never back; 100 when all is in the file.
+    short percent() const;
 
     /// How it ended; valid once finished().
     EngineError error() const { return result; }
 
 private:
     EngineError write();
+    std::int64_t samples() const { return rendition->length().value * rendition->channels(); }
 
     std::unique_ptr<Rendition> rendition;
     std::unique_ptr<SoundFileWriter> writer;
     std::atomic<bool> cancelled = false;
     std::atomic<bool> done = false;
-    std::atomic<short> part = 0;
+    std::atomic<std::int64_t> written = 0;  // samples
     EngineError result = EngineError::None;
     std::thread worker;
 };

@@ -81,12 +81,18 @@ void ParallelStretcher::work()
         const Piece piece = reader.next();
         lock.unlock();
 
-        std::vector<float> frames = stretcher.render(piece, stopped);
+        std::vector<float> frames = stretcher.render(piece, stopped, framesRendered);
 
         lock.lock();
         rendered[number] = {std::move(frames), piece.last};
         changed.notify_all();
     }
+}
+
+double ParallelStretcher::progress() const
+{
+    return framesRendered < total.value ? static_cast<double>(framesRendered) / static_cast<double>(total.value)
+                                        : 1;
 }
 
 // The next piece into ready; false at the end.

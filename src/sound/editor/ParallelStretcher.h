@@ -9,6 +9,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -40,6 +41,9 @@ public:
     /// after stop().
     bool next(std::vector<float>& interleaved);
 
+    /// How much of the output has been rendered, 0 to 1; ahead of what next() has given. Any thread.
+    double progress() const;
+
     /// Makes next() return soon.
     void stop();
 
@@ -66,6 +70,7 @@ private:
     std::size_t fetched = 0;  // pieces that next() has taken
     std::map<std::size_t, Rendered> rendered;
     std::atomic<bool> stopped = false;
+    std::atomic<std::int64_t> framesRendered = 0;  // those that two pieces have in common twice
 
     SpectralJoin joint;
     std::vector<float> ready;    // joined to what came before

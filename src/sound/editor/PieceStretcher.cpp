@@ -37,21 +37,24 @@ FrameCount PieceStretcher::around(SampleRate rate)
     return {rate.hertz / 10};
 }
 
-std::vector<float> PieceStretcher::render(const Piece& piece, const std::atomic<bool>& stop)
+std::vector<float> PieceStretcher::render(const Piece& piece, const std::atomic<bool>& stop,
+                                          std::atomic<std::int64_t>& framesRendered)
 {
     const std::size_t frames = piece.input.size() / channels;
     stretcher->reset();
     stretcher->setExpectedInputDuration(frames);
 
     // Out comes, from its very first frame on, what went in, longer by the ratio.
-    const auto before = static_cast<double>((piece.source - piece.inputBegin).value);
-    auto toDrop = static_cast<std::size_t>(std::llround(before / tempo));
+    const auto lead = static_cast<double>((piece.source - piece.inputBegin).value);
+    auto toDrop = static_cast<std::size_t>(std::llround(lead / tempo));
     const auto wanted = static_cast<std::size_t>(piece.length.value) * channels;
     std::vector<float> output;
     output.reserve(wanted + block * channels);
     for (std::size_t done = 0; done < frames && output.size() < wanted && !stop; done += block) {
         pass(piece.input, done, std::min(block, frames - done));
+        const std::size_t before = output.size();
         take(toDrop, wanted, output);
+        framesRendered += static_cast<std::int64_t>((output.size() - before) / channels);
     }
     output.resize(wanted, 0.0F);
     return output;

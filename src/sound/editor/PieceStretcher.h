@@ -5,6 +5,7 @@
 #include "sound/units/Frames.h"
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -30,8 +31,10 @@ public:
     /// around a place.
     static FrameCount around(SampleRate rate);
 
-    /// The piece's output, interleaved; whatever has come so far where @p stop becomes true.
-    std::vector<float> render(const Piece& piece, const std::atomic<bool>& stop);
+    /// The piece's output, interleaved; whatever has come so far where @p stop becomes true. Adds to
+    /// @p framesRendered as they come.
+    std::vector<float> render(const Piece& piece, const std::atomic<bool>& stop,
+                              std::atomic<std::int64_t>& framesRendered);
 
 private:
     void pass(const std::vector<float>& interleaved, std::size_t first, std::size_t frames);

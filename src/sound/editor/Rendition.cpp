@@ -39,6 +39,13 @@ void Rendition::stop()
         stretcher->stop();
 }
 
+double Rendition::progress() const
+{
+    if (stretcher)
+        return stretcher->progress();
+    return total.value > 0 ? static_cast<double>(given.load().value) / static_cast<double>(total.value) : 1;
+}
+
 // Into piece; false at the end.
 bool Rendition::draw()
 {
@@ -64,7 +71,7 @@ bool Rendition::next(std::vector<float>& interleaved)
     const auto channels = static_cast<std::size_t>(source->channels());
     while (waiting.empty() && !drawn)
         convert();
-    const FrameCount left = total - given;
+    const FrameCount left = total - given.load();
     if (stopped || left.value <= 0)
         return false;
     FrameCount count{static_cast<std::int64_t>(waiting.size() / channels)};
@@ -79,7 +86,7 @@ bool Rendition::next(std::vector<float>& interleaved)
         stereo.push_back(waiting[frame + channels - 1]);
     }
     waiting.clear();
-    given = given + count;
+    given = given.load() + count;
 
     if (settings.gain != 1) {
         for (float& sample : stereo)

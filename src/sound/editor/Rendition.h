@@ -40,6 +40,9 @@ public:
     /// Adds the next frames to @p interleaved. False, with nothing added, when all have come, and after stop().
     bool next(std::vector<float>& interleaved);
 
+    /// How far the work is, 0 to 1; ahead of what next() has given. Any thread.
+    double progress() const;
+
     /// Makes next() return soon.
     void stop();
 
@@ -58,7 +61,7 @@ private:
     std::unique_ptr<SourcePart> source;
     RenditionSettings settings;
     FrameCount total;
-    FrameCount given;
+    std::atomic<FrameCount> given;
     std::unique_ptr<ParallelStretcher> stretcher;    // null where nothing is stretched
     std::unique_ptr<SampleRateConverter> converter;  // null where the rate stays
     Limiter limiter;

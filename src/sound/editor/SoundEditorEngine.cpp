@@ -103,8 +103,8 @@ int SoundEditorEngine::LoadSound(const QString& path)
     if (report(load(path)) != 0)
         return code(lastError);
     busy = true;
+    later([this] { emit LoadPercent(100); });
     later([this] {
-        emit LoadPercent(100);
         busy = false;
         emit LoadDone(0);
     });
@@ -174,11 +174,11 @@ int SoundEditorEngine::apply(Effect effect, int start, int end, float value,
 
     const bool started = error == EngineError::None;
     busy = busy || started;
+    if (started)
+        later([this, effect] { emit EffectPercent(effect, 100); });
     later([this, effect, error, started] {
-        if (started) {
-            emit EffectPercent(effect, 100);
+        if (started)
             busy = false;
-        }
         emit EffectDone(effect, code(error));
     });
     return report(error);
@@ -230,14 +230,19 @@ EngineError SoundEditorEngine::startExport(SampleRate rate, int channels, int st
     return EngineError::None;
 }
 
-// A stream is read once; what is exported a second time is opened a second time.
+// A stream is read once; what is exported a second time is opened a second time. A file that has become another one
+// is not the sound that was loaded.
 EngineError SoundEditorEngine::openAgain()
 {
     if (loaded->stream)
         return EngineError::None;
     OpenedFrames opened = openFrames(loaded->path);
+    if (!opened.stream)
+        return opened.error;
+    if (opened.stream->rate() != loaded->rate || opened.stream->length() != loaded->length)
+        return EngineError::InvalidSoundFile;
     loaded->stream = std::move(opened.stream);
-    return opened.error;
+    return EngineError::None;
 }
 
 void SoundEditorEngine::watchExport()
@@ -248,8 +253,8 @@ void SoundEditorEngine::watchExport()
         percentTold = percent;
         emit ExportPercent(percent);
     }
-    // Whoever heard of the percent may have closed the sound.
-    if (!finished || !exporting)
+    // Whoever heard of the percent may have closed the sound, and begun another export.
+    if (!finished || !exporting || !exporting->finished())
         return;
     watch.stop();
     const int result = report(exporting->error());
