@@ -11,15 +11,19 @@ namespace {
 
 // The pieces under way, what goes in and what comes out, take no more than this.
 constexpr std::int64_t mostMemory = std::int64_t{96} * 1024 * 1024;
-constexpr std::int64_t longestPiece = 20;  // seconds
 constexpr std::int64_t piecesWaiting = 1;  // beyond those that the workers have
+constexpr std::int64_t longestPiece = 20;  // seconds
+
+// In a join a held note turns by up to half a turn, which bends its mean pitch. A sound that is no longer than this
+// has none.
+constexpr std::int64_t shortestPiece = 12;  // seconds
 
 FrameCount stretched(FrameCount length, double tempo)
 {
     return {std::llround(static_cast<double>(length.value) / tempo)};
 }
 
-// Pieces of one length, as many for each worker, none longer than what fits.
+// Pieces of one length, as many for each worker where they are long enough, none longer than what fits.
 FrameCount fittingPiece(const SourcePart& source, double tempo, int workers)
 {
     const double bytesAFrame = source.channels() * sizeof(float) * (1 + tempo);
@@ -28,7 +32,8 @@ FrameCount fittingPiece(const SourcePart& source, double tempo, int workers)
                                             longestPiece * std::max(1, source.rate().hertz));
     const std::int64_t total = stretched(source.length(), tempo).value;
     const std::int64_t rounds = total / (longest * workers) + 1;
-    return {std::max(total / (rounds * workers) + 1, 4 * SpectralJoin::length(source.rate()).value)};
+    const std::int64_t shortest = std::min(longest, shortestPiece * std::max(1, source.rate().hertz));
+    return {std::max(total / (rounds * workers) + 1, shortest)};
 }
 
 Cutting cuttingOf(const SourcePart& source, double tempo, FrameCount piece)
