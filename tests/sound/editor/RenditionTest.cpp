@@ -181,21 +181,26 @@ TEST_P(ChangedRenditionTest, HasEveryMomentInItsPlace)
 }
 
 const double twoUp = std::exp2(2.0 / 12);
-const double octaveDown = 0.5;
 
-INSTANTIATE_TEST_SUITE_P(
-    Changes, ChangedRenditionTest,
-    ::testing::Values(
-        Changed{"from48000", 48000, {}, 1000}, Changed{"from8000", 8000, {}, 440},
-        Changed{"from96000", 96000, {}, 3000}, Changed{"slower", 44100, {0.8, 1, 1}, 55},
-        Changed{"muchSlower", 44100, {0.4, 1, 1}, 330}, Changed{"faster", 44100, {1.6, 1, 1}, 440},
-        Changed{"higher", 44100, {1, twoUp, 1}, 3000}, Changed{"octaveDown", 44100, {1, octaveDown, 1}, 440},
-        Changed{"turntableUp", 44100, {1, 1, 1.25}, 440}, Changed{"turntableDown", 48000, {1, 1, 0.4}, 997},
-        Changed{"slowerAndHigherFrom48000", 48000, {0.73, twoUp, 1}, 110},
-        Changed{"slowFrom22050", 22050, {0.5, 1, 1}, 220}, Changed{"allFrom44100", 44100, {0.8, twoUp, 1.25}, 440},
-        Changed{"allFrom96000", 96000, {1.3, 0.9, 0.7}, 1000},
-        Changed{"turntableThatUndoesTheRate", 48000, {1, 1, 0.91875}, 500}),
-    [](const auto& info) { return std::string(info.param.name); });
+#ifdef LARKSPIN_SANITIZED
+const auto changed =
+    ::testing::Values(Changed{"from96000", 96000, {}, 3000}, Changed{"slower", 44100, {0.8, 1, 1}, 55},
+                      Changed{"allFrom44100", 44100, {0.8, twoUp, 1.25}, 440});
+#else
+const auto changed = ::testing::Values(
+    Changed{"from48000", 48000, {}, 1000}, Changed{"from8000", 8000, {}, 440},
+    Changed{"from96000", 96000, {}, 3000}, Changed{"slower", 44100, {0.8, 1, 1}, 55},
+    Changed{"muchSlower", 44100, {0.4, 1, 1}, 330}, Changed{"faster", 44100, {1.6, 1, 1}, 440},
+    Changed{"higher", 44100, {1, twoUp, 1}, 3000}, Changed{"octaveDown", 44100, {1, 0.5, 1}, 440},
+    Changed{"turntableUp", 44100, {1, 1, 1.25}, 440}, Changed{"turntableDown", 48000, {1, 1, 0.4}, 997},
+    Changed{"slowerAndHigherFrom48000", 48000, {0.73, twoUp, 1}, 110},
+    Changed{"slowFrom22050", 22050, {0.5, 1, 1}, 220}, Changed{"allFrom44100", 44100, {0.8, twoUp, 1.25}, 440},
+    Changed{"allFrom96000", 96000, {1.3, 0.9, 0.7}, 1000},
+    Changed{"turntableThatUndoesTheRate", 48000, {1, 1, 0.91875}, 500});
+#endif
+
+INSTANTIATE_TEST_SUITE_P(Changes, ChangedRenditionTest, changed,
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(RenditionTest, AChangeOfRateThatTheSampleRatesMakeGoodCopiesTheFrames)
 {

@@ -108,7 +108,7 @@ protected:
     SavedFilesTest() { engine.InitEditor(0); }
 
     /// A sound whose export takes long enough to be broken off.
-    QString longFile() { return sineFile("source.wav", 60); }
+    QString longFile() { return sineFile("source.wav", 20); }
 
     QString oldFile() { return files.write("out.wav", "what was there before"); }
 
