@@ -24,7 +24,7 @@ struct OpenedSoundFileWriter
 ///
 /// Read back, WAV and FLAC hold just the frames that were written. MP3, MP4 and Ogg Vorbis tell what their encoders
 /// add, so that players which heed it play just as many frames, each in its place. AAC and WMA have no means for
-/// that: AAC begins with 1024 frames of silence and ends with up to as many, WMA ends with up to 2047.
+/// that: AAC begins with 1024 frames of silence and ends with up to as many, WMA ends with 2048 to 4095.
 ///
 /// Tags are written as far as the format holds them, and a cover that cannot be kept is left out: the sound is what
 /// matters. The same calls make the same file, to the byte.
