@@ -1,6 +1,6 @@
 #include "app/frmMain.h"
 #include "engines/EngineSet.h"
-#include "sound/player/SoundEngines.h"
+#include "sound/engines/SoundEngines.h"
 #include "support/DesktopShell.h"
 #include "support/IconTheme.h"
 #include "support/SettingsStore.h"

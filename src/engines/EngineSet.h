@@ -5,6 +5,7 @@
 class EditorEngine;
 class OutputMixer;
 class PlayerEngine;
+class RecorderEngine;
 
 /// Makes the engines that windows ask for. Each window owns what it asked for: engines end with their windows.
 class EngineSet
@@ -16,6 +17,9 @@ public:
 
     /// Null where this build has no editor: what needs one is then not offered.
     virtual std::unique_ptr<EditorEngine> createEditor() = 0;
+
+    /// Null where this build has no recorder, as with the editor.
+    virtual std::unique_ptr<RecorderEngine> createRecorder() = 0;
 
     virtual std::unique_ptr<OutputMixer> createOutputMixer() = 0;
 };

@@ -102,6 +102,11 @@ std::unique_ptr<EditorEngine> FakeEngineSet::createEditor()
     return nullptr;
 }
 
+std::unique_ptr<RecorderEngine> FakeEngineSet::createRecorder()
+{
+    return nullptr;
+}
+
 std::unique_ptr<OutputMixer> FakeEngineSet::createOutputMixer()
 {
     return std::make_unique<FakeOutputMixer>();

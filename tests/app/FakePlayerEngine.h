@@ -4,6 +4,7 @@
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
+#include "engines/RecorderEngine.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -75,5 +76,6 @@ class FakeEngineSet : public EngineSet
 public:
     std::unique_ptr<PlayerEngine> createPlayer() override;
     std::unique_ptr<EditorEngine> createEditor() override;
+    std::unique_ptr<RecorderEngine> createRecorder() override;
     std::unique_ptr<OutputMixer> createOutputMixer() override;
 };

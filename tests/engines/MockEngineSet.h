@@ -4,6 +4,7 @@
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
+#include "engines/RecorderEngine.h"
 
 #include <gmock/gmock.h>
 
@@ -12,5 +13,6 @@ class MockEngineSet : public EngineSet
 public:
     MOCK_METHOD(std::unique_ptr<PlayerEngine>, createPlayer, (), (override));
     MOCK_METHOD(std::unique_ptr<EditorEngine>, createEditor, (), (override));
+    MOCK_METHOD(std::unique_ptr<RecorderEngine>, createRecorder, (), (override));
     MOCK_METHOD(std::unique_ptr<OutputMixer>, createOutputMixer, (), (override));
 };

@@ -1,5 +1,6 @@
-#include "sound/player/SoundEngines.h"
+#include "sound/engines/SoundEngines.h"
 
+#include "engines/RecorderEngine.h"
 #include "sound/device/PulseMixer.h"
 #include "sound/device/SystemOutput.h"
 #include "sound/editor/SoundEditorEngine.h"
@@ -17,6 +18,8 @@ public:
     }
 
     std::unique_ptr<EditorEngine> createEditor() override { return std::make_unique<SoundEditorEngine>(); }
+
+    std::unique_ptr<RecorderEngine> createRecorder() override { return nullptr; }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
 };
