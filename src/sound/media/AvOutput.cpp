@@ -11,10 +11,10 @@ extern "C" {
 
 namespace sound {
 
-std::unique_ptr<AvOutput> AvOutput::create(std::unique_ptr<WholeFile> file, const char* container)
+std::unique_ptr<AvOutput> AvOutput::create(OutputFile& file, const char* container)
 {
     silenceAvLibrary();
-    std::unique_ptr<AvOutput> output(new AvOutput(std::move(file)));
+    std::unique_ptr<AvOutput> output(new AvOutput(file));
     AVFormatContext* made = nullptr;
     const AVOutputFormat* format = av_guess_format(container, nullptr, nullptr);
     if (!output->io || format == nullptr || avformat_alloc_output_context2(&made, format, nullptr, nullptr) < 0)
@@ -26,8 +26,8 @@ std::unique_ptr<AvOutput> AvOutput::create(std::unique_ptr<WholeFile> file, cons
     return output;
 }
 
-AvOutput::AvOutput(std::unique_ptr<WholeFile> file)
-    : target(std::move(file))
+AvOutput::AvOutput(OutputFile& file)
+    : target(file)
     , io(makeAvIo(
           this, nullptr,
           [](void* self, std::uint8_t* bytes, int size) {
@@ -61,12 +61,30 @@ bool AvOutput::write(AVPacket& packet, AVRational unit)
     return !failed && stillGood(av_write_frame(context.get(), &packet));
 }
 
+bool AvOutput::endGathering()
+{
+    return !failed && stillGood(av_write_frame(context.get(), nullptr));
+}
+
+bool AvOutput::flush()
+{
+    avio_flush(io.get());
+    return stillGood(0);
+}
+
+std::int64_t AvOutput::place() const
+{
+    return avio_tell(io.get());
+}
+
+bool AvOutput::goTo(std::int64_t place)
+{
+    return avio_seek(io.get(), place, SEEK_SET) == place;
+}
+
 bool AvOutput::finish()
 {
-    if (failed || !stillGood(av_write_trailer(context.get())))
-        return false;
-    avio_flush(io.get());
-    return stillGood(0) && target->finish();
+    return !failed && stillGood(av_write_trailer(context.get())) && flush();
 }
 
 /// Not every failure to write reaches the library's result.
@@ -79,7 +97,7 @@ bool AvOutput::stillGood(int status)
 int AvOutput::writeBytes(const std::uint8_t* bytes, int size)
 {
     const std::span<const std::uint8_t> given(bytes, static_cast<std::size_t>(size));
-    if (failed || !target->writeAt(position, std::as_bytes(given))) {
+    if (failed || !target.writeAt(position, std::as_bytes(given))) {
         failed = true;
         return AVERROR(ENOSPC);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sound/media/AvHandles.h"
-#include "sound/media/WholeFile.h"
+#include "sound/media/OutputFile.h"
 
 #include <cstdint>
 #include <memory>
@@ -19,8 +19,9 @@ namespace sound {
 class AvOutput
 {
 public:
-    /// @p container as the library calls it. Null where it knows none of that name, or there is no memory.
-    static std::unique_ptr<AvOutput> create(std::unique_ptr<WholeFile> file, const char* container);
+    /// @p container as the library calls it. Null where it knows none of that name, or there is no memory. @p file
+    /// outlives this.
+    static std::unique_ptr<AvOutput> create(OutputFile& file, const char* container);
 
     AVFormatContext& format() { return *context; }
 
@@ -33,17 +34,27 @@ public:
     /// The times of @p packet are in @p unit; it is left with those of the container.
     bool write(AVPacket& packet, AVRational unit);
 
-    /// Writes what stands at the end, mends what stands before, and gives the file its name.
+    /// Has the container write what it gathers, though more of it could follow.
+    bool endGathering();
+
+    /// Brings to the file what is on the way there.
+    bool flush();
+
+    /// Where in the file the next byte goes.
+    std::int64_t place() const;
+    bool goTo(std::int64_t place);
+
+    /// Writes what stands at the end, and mends what stands before.
     bool finish();
 
 private:
-    explicit AvOutput(std::unique_ptr<WholeFile> file);
+    explicit AvOutput(OutputFile& file);
 
     int writeBytes(const std::uint8_t* bytes, int size);
     std::int64_t seekBytes(std::int64_t offset, int whence);
     bool stillGood(int status);
 
-    std::unique_ptr<WholeFile> target;
+    OutputFile& target;
     std::int64_t position = 0;
     std::int64_t end = 0;
     bool failed = false;

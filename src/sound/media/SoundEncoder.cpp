@@ -93,6 +93,25 @@ FrameCount silenceAround(Family family, const AVCodecContext& codec)
     return {family == Family::Wma ? codec.frame_size : 0};
 }
 
+/// That of Windows Media Audio gives up at noise which is too loud for the bit rate. A moment that is too quiet is
+/// better than a sound that breaks off there.
+int mostAttempts(const AVCodecContext& codec)
+{
+    return codec.codec_id == AV_CODEC_ID_WMAV2 ? 10 : 0;
+}
+
+/// Of a frame of floats.
+bool halve(AVFrame& frame)
+{
+    if (av_frame_make_writable(&frame) < 0)
+        return false;
+    for (int channel = 0; channel < frame.ch_layout.nb_channels; ++channel) {
+        auto* samples = reinterpret_cast<float*>(frame.data[channel]);
+        std::for_each(samples, samples + frame.nb_samples, [](float& sample) { sample /= 2; });
+    }
+    return true;
+}
+
 /// Of a sample for an encoder of floats: what is no number is silence, and what lies absurdly far beyond full scale
 /// is brought back to where encoders still count with it.
 float tamed(float sample)
@@ -146,7 +165,7 @@ bool SoundEncoder::encode(std::span<const float> interleaved, const Sink& sink)
 bool SoundEncoder::drain(const Sink& sink)
 {
     return begin(sink) && encodeAll(silence, sink) && (gathered == 0 || encodeGathered(sink)) &&
-           send(nullptr, sink);
+           avcodec_send_frame(context.get(), nullptr) >= 0 && handOn(sink);
 }
 
 bool SoundEncoder::begin(const Sink& sink)
@@ -209,13 +228,15 @@ bool SoundEncoder::encodeGathered(const Sink& sink)
     frame->pts = encoded;
     encoded += gathered;
     gathered = 0;
-    return send(frame.get(), sink);
+    bool taken = avcodec_send_frame(context.get(), frame.get()) >= 0;
+    for (int attempts = mostAttempts(*context); !taken && attempts > 0 && halve(*frame); --attempts)
+        taken = avcodec_send_frame(context.get(), frame.get()) >= 0;
+    return taken && handOn(sink);
 }
 
-bool SoundEncoder::send(const AVFrame* next, const Sink& sink)
+/// What the encoder has ready.
+bool SoundEncoder::handOn(const Sink& sink)
 {
-    if (avcodec_send_frame(context.get(), next) < 0)
-        return false;
     int status = 0;
     while ((status = avcodec_receive_packet(context.get(), packet.get())) >= 0) {
         const bool kept = sink(*packet);

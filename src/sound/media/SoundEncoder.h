@@ -53,7 +53,7 @@ private:
     bool makeRoom();
     void take(std::span<const float> interleaved);
     bool encodeGathered(const Sink& sink);
-    bool send(const AVFrame* frame, const Sink& sink);
+    bool handOn(const Sink& sink);
 
     AvCodec context;
     int channels;

@@ -26,17 +26,22 @@ double likeness(std::span<const float> one, std::span<const float> other)
 
 }  // namespace
 
-bool writeAll(SoundFileWriter& writer, const TestSound& sound)
+bool inPieces(const TestSound& sound, const std::function<bool(std::span<const float>)>& write)
 {
     std::minstd_rand sizes(3);
     for (std::span<const float> rest(sound.samples); !rest.empty();) {
         const std::size_t frames = 1 + sizes() % 9000;
         const auto piece = rest.first(std::min(rest.size(), frames * static_cast<std::size_t>(sound.channels)));
-        if (!writer.write(piece))
+        if (!write(piece))
             return false;
         rest = rest.subspan(piece.size());
     }
     return true;
+}
+
+bool writeAll(SoundFileWriter& writer, const TestSound& sound)
+{
+    return inPieces(sound, [&writer](std::span<const float> piece) { return writer.write(piece); });
 }
 
 EngineError writeSound(const QString& path, const SoundFormat& format, const TestSound& sound)

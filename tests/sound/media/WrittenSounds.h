@@ -4,11 +4,16 @@
 #include "sound/media/SoundFileWriter.h"
 
 #include <cstdint>
+#include <functional>
+#include <span>
 
 /// Sound files as a SoundFileWriter writes them, and what is in them.
 namespace sound::test {
 
-/// In pieces of many sizes, as they come. False where the writer said so.
+/// In pieces of many sizes, as they come. False where @p write said so of one.
+bool inPieces(const TestSound& sound, const std::function<bool(std::span<const float>)>& write);
+
+/// False where the writer said so.
 bool writeAll(SoundFileWriter& writer, const TestSound& sound);
 
 EngineError writeSound(const QString& path, const SoundFormat& format, const TestSound& sound);
