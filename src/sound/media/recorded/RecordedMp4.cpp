@@ -22,6 +22,21 @@ std::string fragmentOptions(const AVCodecContext& codec)
     return containerOptions(family, codec, false) + ":movflags=frag_custom+delay_moov+default_base_moof";
 }
 
+/// What every box begins with.
+constexpr std::size_t sizeAndKind = 8;
+
+/// The begin of a box of media of so many bytes: of the usual size, which all players know, where that can be.
+std::span<const std::uint8_t> mediaHead(std::int64_t size, std::span<std::uint8_t, 2 * sizeAndKind> bytes)
+{
+    const bool isLong = size > std::numeric_limits<std::uint32_t>::max();
+    AV_WB32(bytes.data(), isLong ? 1 : static_cast<std::uint32_t>(size));  // 1: the size follows
+    std::memcpy(bytes.data() + 4, "mdat", 4);
+    if (!isLong)
+        return bytes.first(sizeAndKind);
+    AV_WB64(bytes.data() + sizeAndKind, size);
+    return bytes;
+}
+
 }  // namespace
 
 RecordedMp4::Behind::Behind(GrowingFile& growing)
@@ -59,9 +74,11 @@ bool RecordedMp4::writeHeads()
 
 bool RecordedMp4::add(AVPacket& packet)
 {
+    if (failed)
+        return false;
     fragment.emplace_back(av_packet_clone(&packet));
     framesInFragment += packet.duration;
-    if (failed || !fragment.back() || !fragments->write(packet, codec.time_base))
+    if (!fragment.back() || !fragments->write(packet, codec.time_base))
         return goBack();
     return framesInFragment < codec.sample_rate / 2 || endFragment() || goBack();
 }
@@ -119,7 +136,6 @@ bool RecordedMp4::writeIndex()
 /// Only what is on the disc, so that a sudden end of the machine cannot leave the file without any index.
 bool RecordedMp4::declareMedia()
 {
-    constexpr std::size_t sizeAndKind = 8;
     std::array<std::uint8_t, sizeAndKind> first = {};
     if (file.readAt(0, std::as_writable_bytes(std::span(first))) < first.size())
         return false;
@@ -128,10 +144,7 @@ bool RecordedMp4::declareMedia()
     if (file.readAt(place, std::as_writable_bytes(std::span(media))) < media.size() ||
         std::memcmp(media.data() + 4, "moov", 4) != 0)
         return false;
-    AV_WB32(media.data(), 1);  // the size is in the next 8 bytes
-    std::memcpy(media.data() + 4, "mdat", 4);
-    AV_WB64(media.data() + sizeAndKind, kept - place);
-    return file.writeAt(place, std::as_bytes(std::span(media)));
+    return file.writeAt(place, std::as_bytes(mediaHead(kept - place, media)));
 }
 
 /// To what the file was when all was well. Always false.
