@@ -1,8 +1,10 @@
 #include "sound/media/recorded/LengthInHead.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <optional>
+#include <span>
 
 extern "C" {
 #include <libavutil/intreadwrite.h>

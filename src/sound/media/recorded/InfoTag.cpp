@@ -4,6 +4,7 @@
 #include <array>
 #include <cstring>
 #include <optional>
+#include <span>
 
 extern "C" {
 #include <libavutil/intreadwrite.h>
