@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/dialogs/BrowseForFolderModule.h"
 #include "support/dialogs/CommonDialog.h"
 #include "support/dialogs/MsgBox.h"
 
@@ -17,4 +18,10 @@ class MockCommonDialog : public CommonDialog
 public:
     MOCK_METHOD(FileDialogAnswer, ShowOpen, (const FileDialogSetup& setup), (override));
     MOCK_METHOD(FileDialogAnswer, ShowSave, (const FileDialogSetup& setup), (override));
+};
+
+class MockBrowseForFolder : public BrowseForFolderModule
+{
+public:
+    MOCK_METHOD(QString, BrowseForFolder, (QWidget & owner, const QString& startFolder), (override));
 };

@@ -224,6 +224,18 @@ TEST_F(FileDialog, CompletesANameByTheFilterThatIsChosenWhenItIsAnswered)
     EXPECT_EQ(dialog.ShowSave(wanted).fileName, folder.filePath("take.wav"));
 }
 
+TEST_F(FileDialog, KeepsANameAsItWasTypedWhereThatIsWanted)
+{
+    FileDialogSetup wanted = setup();
+    wanted.filterIndex = 2;
+    wanted.keepsTypedName = true;
+    whenShown([](QFileDialog& shown) { type(shown, "c"); });
+    const FileDialogAnswer answer = dialog.ShowSave(wanted);
+    EXPECT_EQ(answer.fileName, folder.filePath("c"));
+    EXPECT_EQ(answer.fileTitle, "c");
+    EXPECT_EQ(answer.filterIndex, 2);
+}
+
 TEST_F(FileDialog, AsksBeforeACompletedNameReplacesAFileAndComesBackWhereItMayNot)
 {
     FileDialogSetup wanted = setup();

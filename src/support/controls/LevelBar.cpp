@@ -71,6 +71,14 @@ void LevelBar::SetBarValue(int value)
     update(QRectF(left, inside.top(), right - left, inside.height()).toAlignedRect());
 }
 
+void LevelBar::setColors(const Colors& wanted)
+{
+    if (inks == wanted)
+        return;
+    inks = wanted;
+    update();
+}
+
 QSize LevelBar::sizeHint() const
 {
     return {20 * fontMetrics().averageCharWidth(), minimumSizeHint().height()};
@@ -101,9 +109,9 @@ void LevelBar::paintEvent(QPaintEvent* event)
     };
     const double end = endOf(share());
     const double top = endOf(topShare);
-    fill(inside.left(), std::min(end, top), levelColor);
-    fill(top, end, topColor);
-    fill(end, inside.left() + inside.width(), emptyColor);
+    fill(inside.left(), std::min(end, top), inks.level);
+    fill(top, end, inks.top);
+    fill(end, inside.left() + inside.width(), inks.empty);
 }
 
 QRect LevelBar::room() const

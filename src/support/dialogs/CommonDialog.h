@@ -36,6 +36,9 @@ struct FileDialogSetup
     /// Reports a cancel as an error instead of handing back the file name of the setup.
     bool cancelIsError = false;
 
+    /// A name to be written is answered as it was typed, also without a suffix.
+    bool keepsTypedName = false;
+
     bool operator==(const FileDialogSetup&) const = default;
 };
 
@@ -68,7 +71,7 @@ public:
 
     virtual FileDialogAnswer ShowOpen(const FileDialogSetup& setup) = 0;
 
-    /// A name that is typed without a suffix gets that of the chosen filter, where it has one. A file that is there
-    /// already is answered only once the user has agreed to its being replaced.
+    /// A name that is typed without a suffix gets that of the chosen filter, where it has one, unless the setup
+    /// wants it kept. A file that is there already is answered only once the user has agreed to its being replaced.
     virtual FileDialogAnswer ShowSave(const FileDialogSetup& setup) = 0;
 };

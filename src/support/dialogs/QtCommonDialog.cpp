@@ -136,7 +136,7 @@ FileDialogAnswer QtCommonDialog::ask(const FileDialogSetup& setup, Purpose purpo
         FileDialogAnswer answer;
         answer.filterIndex = filterNumber(nameFilters(setup.filter), dialog.selectedNameFilter());
         answer.fileName = joinedPaths(paths);
-        if (purpose == Purpose::Save) {
+        if (purpose == Purpose::Save && !setup.keepsTypedName) {
             const QString typed = answer.fileName;
             answer.fileName = withSuffix(typed, patternsOf(setup.filter, answer.filterIndex));
             if (answer.fileName != typed && QFileInfo::exists(answer.fileName) && !replaces(answer.fileName))

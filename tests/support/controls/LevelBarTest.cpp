@@ -165,6 +165,19 @@ TEST_F(ALevelBar, KeepsItsColorsAndShowsItsLineInLightAndInDarkWindows)
     }
 }
 
+TEST_F(ALevelBar, TakesOtherColors)
+{
+    bar.SetBarValue(full / 2);
+    bar.setColors({qRgb(1, 2, 3), orangeRed, lightBlue});
+    const QImage now = image();
+    const int middle = now.height() / 2;
+    EXPECT_EQ(now.pixel(pixels(10), middle), qRgb(1, 2, 3));
+    EXPECT_EQ(now.pixel(pixels(390), middle), lightBlue);
+    EXPECT_EQ(bar.colors(), (LevelBar::Colors{qRgb(1, 2, 3), orangeRed, lightBlue}));
+    bar.setColors({});
+    EXPECT_EQ(stretches(), filled(units / 2.0));
+}
+
 TEST_F(ALevelBar, StaysAtTheLastValueWhateverBecomesOfItsSize)
 {
     bar.SetBarValue(16384);

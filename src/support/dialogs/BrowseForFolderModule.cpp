@@ -1,0 +1,3 @@
+#include "support/dialogs/BrowseForFolderModule.h"
+
+BrowseForFolderModule::~BrowseForFolderModule() = default;
