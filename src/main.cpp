@@ -4,6 +4,7 @@
 #include "support/DesktopShell.h"
 #include "support/IconTheme.h"
 #include "support/SettingsStore.h"
+#include "support/dialogs/QtBrowseForFolder.h"
 #include "support/dialogs/QtCommonDialog.h"
 #include "support/dialogs/QtMsgBox.h"
 #include "support/modSpecialFolders.h"
@@ -20,11 +21,12 @@ int main(int argc, char** argv)
 
     const std::unique_ptr<EngineSet> engines = sound::makeSoundEngines();
     QtCommonDialog dialog;
+    QtBrowseForFolder folderDialog;
     QtMsgBox msgBox;
     QSettings store(SettingsStore::applicationKey, SettingsStore::applicationKey);
     SettingsStore settings(store);
     DesktopShell shell;
-    frmMain window({*engines, dialog, msgBox, settings, shell, modSpecialFolders::applicationFolder(),
+    frmMain window({*engines, dialog, folderDialog, msgBox, settings, shell, modSpecialFolders::applicationFolder(),
                     modSpecialFolders::helpFolder(), QStringLiteral(LARKSPIN_WEB_SITE),
                     QStringLiteral(LARKSPIN_SUPPORT_PAGE)});
     window.Load();

@@ -20,6 +20,12 @@ public:
             open(make());
     }
 
+    template <typename Window>
+    bool isOpen() const
+    {
+        return visibleOne(Window::staticMetaObject) != nullptr;
+    }
+
     /// Opens a window that blocks the main one; returns when it is closed.
     template <typename Dialog>
     void exec(Dialog& window)

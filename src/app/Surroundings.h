@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class BrowseForFolderModule;
 class CommonDialog;
 class EngineSet;
 class MsgBox;
@@ -14,6 +15,7 @@ struct Surroundings
 {
     EngineSet& engines;
     CommonDialog& dialog;
+    BrowseForFolderModule& folderDialog;
     MsgBox& msgBox;
     SettingsStore& settings;
     Shell& shell;

@@ -10,6 +10,7 @@
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
+#include "engines/RecorderEngine.h"
 #include "export/SaveAs.h"
 #include "playback/ConversionStatus.h"
 #include "playback/EqualizerPanel.h"
@@ -22,6 +23,8 @@
 #include "playback/TempoPitchPanel.h"
 #include "playback/TrackLoader.h"
 #include "playback/TransportPanel.h"
+#include "recorder/frmRecording.h"
+#include "recorder/frmRecordingTip.h"
 #include "support/Pictures.h"
 #include "support/Shell.h"
 #include "support/controls/ListBox.h"
@@ -35,6 +38,7 @@
 #include <QShortcut>
 #include <QTimer>
 #include <QToolButton>
+#include <utility>
 
 namespace {
 
@@ -174,6 +178,7 @@ void frmMain::connectToolBar()
     run(toolBar->tlbCmdLoopWinForward, parked->cmdLoopWindowForward, &QToolButton::click);
     run(parked->cmdLoopWindowBack, position, &PositionPanel::cmdLoopWindowBack_Click);
     run(parked->cmdLoopWindowForward, position, &PositionPanel::cmdLoopWindowForward_Click);
+    run(toolBar->tlbCmdRecord, this, &frmMain::openRecorder);
     run(toolBar->tlbCmdHelp, this, [this] { help.open(); });
 
     run(ui->cmdExpand, this, &frmMain::cmdExpand_Click);
@@ -268,6 +273,45 @@ void frmMain::openBpmCalculator()
 {
     windows.show<frmBPMCalculator>(
         [this] { return new frmBPMCalculator(tempoPitch->sldTempo(), surroundings.msgBox, this); });
+}
+
+/// Whether a recorder's window is open or can be.
+bool frmMain::recorderIsThere()
+{
+    if (windows.isOpen<frmRecording>())
+        return true;
+    if (!Recorder)
+        Recorder = surroundings.engines.createRecorder();
+    return Recorder != nullptr;
+}
+
+// The recorder stands behind its tip: it comes when that is closed, but not when that closes with this window.
+void frmMain::openRecorder()
+{
+    if (!recorderIsThere())
+        return;
+    if (!frmRecordingTip::wanted(surroundings.settings)) {
+        showRecorder();
+        return;
+    }
+    windows.show<frmRecordingTip>([this] {
+        auto* tip = new frmRecordingTip(surroundings.settings, this);
+        connect(tip, &frmRecordingTip::finished, this, &frmMain::showRecorder);
+        return tip;
+    });
+}
+
+void frmMain::showRecorder()
+{
+    if (unloaded || !recorderIsThere())
+        return;
+    windows.show<frmRecording>([this] {
+        const RecorderSurroundings around{surroundings.dialog, surroundings.folderDialog, surroundings.msgBox,
+                                          surroundings.settings};
+        auto* recorder = new frmRecording(std::move(Recorder), around, *this);
+        recorder->Load();
+        return recorder;
+    });
 }
 
 void frmMain::openAbout()

@@ -24,6 +24,7 @@ class PlayerEngine;
 class PlaylistPanel;
 class PositionPanel;
 class QTimer;
+class RecorderEngine;
 class SaveAs;
 class TempoPitchPanel;
 class TrackLoader;
@@ -64,6 +65,9 @@ private:
     void orderTabs();
     void connectCalculators();
     void connectSaveAs();
+    bool recorderIsThere();
+    void openRecorder();
+    void showRecorder();
     void lstAudio_Click();
     void tmrTip_Timer();
     void cmdExpand_Click();
@@ -88,6 +92,10 @@ private:
 
     const std::unique_ptr<PlayerEngine> SoundTouch;
     const std::unique_ptr<EditorEngine> Editor;
+
+    /// Of the recorder's window that opens next, which takes it.
+    std::unique_ptr<RecorderEngine> Recorder;
+
     const std::unique_ptr<Ui::frmMain> ui;
 
     PositionPanel* const position;

@@ -1,5 +1,7 @@
 #include "app/FakePlayerEngine.h"
 
+#include "app/FakeRecorderEngine.h"
+
 #include <algorithm>
 
 // Levels of loud music, for the eye.
@@ -104,7 +106,7 @@ std::unique_ptr<EditorEngine> FakeEngineSet::createEditor()
 
 std::unique_ptr<RecorderEngine> FakeEngineSet::createRecorder()
 {
-    return nullptr;
+    return std::make_unique<FakeRecorderEngine>();
 }
 
 std::unique_ptr<OutputMixer> FakeEngineSet::createOutputMixer()

@@ -23,6 +23,7 @@ protected:
     QTemporaryDir folder;
     ::testing::StrictMock<MockMsgBox> msgBox;
     ::testing::StrictMock<MockCommonDialog> dialog;
+    ::testing::StrictMock<MockBrowseForFolder> folderDialog;
     ::testing::StrictMock<MockEngineSet> engines;
     ::testing::StrictMock<MockShell> shell;
     QSettings store{folder.filePath("settings.conf"), QSettings::IniFormat};
@@ -49,9 +50,9 @@ protected:
         editor = ownedEditor.get();
         EXPECT_CALL(engines, createEditor).WillOnce(::testing::Return(::testing::ByMove(std::move(ownedEditor))));
         EXPECT_CALL(*player, VuMeter).WillRepeatedly(::testing::ReturnRef(meter));
-        window = std::make_unique<frmMain>(Surroundings{engines, dialog, msgBox, settings, shell, folder.path(),
-                                                        folder.filePath("help"), "https://maker.example/",
-                                                        "https://maker.example/support"});
+        window = std::make_unique<frmMain>(Surroundings{engines, dialog, folderDialog, msgBox, settings, shell,
+                                                        folder.path(), folder.filePath("help"),
+                                                        "https://maker.example/", "https://maker.example/support"});
     }
 
     void expectEngineStart()

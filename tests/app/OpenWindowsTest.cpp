@@ -94,6 +94,16 @@ TEST_F(TheWindowsThatStandOpen, CloseFromTheLastToTheFirst)
     EXPECT_EQ(closed.join(' ').toStdString(), "modal another modeless");
 }
 
+TEST_F(TheWindowsThatStandOpen, AreKnownByTheirKind)
+{
+    EXPECT_FALSE(windows.isOpen<NamedWindow>());
+    windows.show<AnotherWindow>([&] { return new AnotherWindow("another", closed); });
+    EXPECT_TRUE(windows.isOpen<AnotherWindow>());
+    EXPECT_TRUE(windows.isOpen<NamedWindow>());  // of which it is one
+    windows.closeAll();
+    EXPECT_FALSE(windows.isOpen<AnotherWindow>());
+}
+
 TEST_F(TheWindowsThatStandOpen, BlockUntilTheyAreClosed)
 {
     NamedWindow modal("modal", closed);

@@ -5,6 +5,7 @@
 #include "support/SettingsStore.h"
 #include "support/controls/ListBox.h"
 #include "support/controls/Slider.h"
+#include "support/dialogs/QtBrowseForFolder.h"
 #include "support/dialogs/QtCommonDialog.h"
 #include "support/dialogs/QtMsgBox.h"
 
@@ -17,6 +18,7 @@
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
+#include <QTimer>
 
 namespace {
 
@@ -58,8 +60,21 @@ void writeLists(const QTemporaryDir& folder, const QString& sound, int count)
 
 }  // namespace
 
-// Shows the main window with a player that only keeps time, to look at it: [dark]
-// [fusion] [long] [empty] [marks] [expanded].
+// The recorder's window, expanded if that is wished for, and recording.
+void showRecorder(QWidget& main, const QStringList& wishes)
+{
+    main.findChild<QAbstractButton*>("tlbCmdRecord")->click();
+    auto* recorder = main.findChild<QWidget*>("frmRecording");
+    if (wishes.contains("expanded"))
+        recorder->findChild<QAbstractButton*>("cmdExpand")->click();
+    recorder->findChild<QAbstractButton*>("cmdRecord")->click();
+    if (wishes.contains("long"))
+        lengthenCaptions(*recorder);
+}
+
+// Shows the main window with a player that only keeps time, to look at it: [dark] [fusion] [long] [empty] [marks]
+// [expanded]; with [recorder] that window under it, collapsed or expanded as it is, or with [tip] what comes before
+// that.
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -73,6 +88,7 @@ int main(int argc, char** argv)
 
     FakeEngineSet engines;
     QtCommonDialog dialog;
+    QtBrowseForFolder folderDialog;
     QtMsgBox msgBox;
     const QTemporaryDir folder;
     QTemporaryFile sound;
@@ -80,7 +96,7 @@ int main(int argc, char** argv)
     QSettings store(folder.filePath("settings.conf"), QSettings::IniFormat);
     SettingsStore settings(store);
     DesktopShell shell;
-    frmMain window({engines, dialog, msgBox, settings, shell, folder.path(), folder.path(), {}, {}});
+    frmMain window({engines, dialog, folderDialog, msgBox, settings, shell, folder.path(), folder.path(), {}, {}});
     writeLists(folder, sound.fileName(), wishes.contains("empty") ? 0 : 5);
     window.Load();
     if (!wishes.contains("empty")) {
@@ -97,10 +113,18 @@ int main(int argc, char** argv)
             window.findChild<QAbstractButton*>("cmdAddMark")->click();
         }
     }
-    if (wishes.contains("expanded"))
+    if (wishes.contains("expanded") && !wishes.contains("recorder"))
         window.findChild<QAbstractButton*>("cmdExpand")->click();
     if (wishes.contains("long"))
         lengthenCaptions(window);
     window.show();
+    settings.SaveSetting("Options", "Show Tips at Startup", "0");
+    settings.SaveSetting("Options", "Show RecordingTip", wishes.contains("tip") ? "1" : "0");
+    QTimer::singleShot(500, &window, [&] {  // once the desktop has given the window its place
+        if (wishes.contains("tip"))
+            window.findChild<QAbstractButton*>("tlbCmdRecord")->click();
+        if (wishes.contains("recorder"))
+            showRecorder(window, wishes);
+    });
     return QApplication::exec();
 }
