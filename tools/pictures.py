@@ -73,6 +73,18 @@ def main():
         wait_until(lambda: player.shows("120 Bpm", "label"), "the result", 10)
         player.choose(0, "96")
         take(stage, "^Beats per minute calculator$", os.path.join(MANUAL, "bpm.png"))
+        player.press("alt+F4")
+        player.wait_for_no_window("^Beats per minute calculator$")
+        player.activate()
+        player.press("ctrl+r")
+        player.wait_for_window("^Recorder initial settings$")
+        take(stage, "^Recorder initial settings$", os.path.join(MANUAL, "recorder-tip.png"))
+        player.press("Return")
+        player.wait_for_window("^Sound card recorder$")
+        player.click("Expand additional options", "push button")
+        player.press("alt+r")
+        time.sleep(2)
+        take(stage, "^Sound card recorder$", os.path.join(MANUAL, "recorder.png"))
         player.end()
 
 
