@@ -1,13 +1,13 @@
 #pragma once
 
 #include "engines/OutputMixer.h"
+#include "sound/device/PulseServer.h"
 
 #include <chrono>
 #include <cstdint>
 #include <functional>
 
 struct pa_context;
-struct pa_mainloop;
 struct pa_operation;
 struct pa_sink_info;
 
@@ -24,9 +24,6 @@ public:
     static constexpr std::chrono::milliseconds usualLongestWait{300};
 
     explicit PulseMixer(std::chrono::milliseconds longestWait = usualLongestWait);
-    ~PulseMixer() override;
-    PulseMixer(const PulseMixer&) = delete;
-    PulseMixer& operator=(const PulseMixer&) = delete;
 
     /// Connects to the server.
     int mixerOpen() override;
@@ -39,8 +36,6 @@ public:
     int mixerGetControlDetails() override;
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     struct Sink
     {
         bool found = false;
@@ -50,16 +45,10 @@ private:
 
     using TakeSink = void (*)(pa_context*, const pa_sink_info*, int last, void* taker);
 
-    /// Runs the connection until the condition holds; false where the time is over or the connection has failed.
-    bool waitFor(const std::function<bool()>& condition);
-
     /// @p ask sends the question; what it returns is waited for.
     Sink answerTo(const std::function<pa_operation*(TakeSink, void* taker)>& ask);
 
-    const std::chrono::milliseconds longestWait;
-    Clock::time_point deadline;
-    pa_mainloop* const mainloop;
-    pa_context* context = nullptr;
+    PulseServer server;
     Sink defaultSink;
 };
 

@@ -12,8 +12,9 @@ constexpr double recoveredFrom = 0.9999;  // closer to 1 than any ear or 13 bits
 
 }  // namespace
 
-Limiter::Limiter(FrameCount largestBlock)
+Limiter::Limiter(FrameCount largestBlock, float highest)
     : wanted(static_cast<size_t>(largestBlock.value), 1.0F)
+    , ceiling(highest)
 {
 }
 
@@ -35,10 +36,10 @@ void Limiter::process(float* stereo, FrameCount count)
     float highest = 0;
     for (size_t frame = 0; frame < frames; ++frame) {
         const float peak = std::max(std::abs(stereo[2 * frame]), std::abs(stereo[2 * frame + 1]));
-        wanted[frame] = peak > 1 ? 1 / peak : 1;
+        wanted[frame] = peak > ceiling ? ceiling / peak : 1;
         highest = std::max(highest, peak);
     }
-    if (highest <= 1 && gain == 1)
+    if (highest <= ceiling && gain == 1)
         return;
 
     for (size_t frame = frames; frame > 1; --frame)
@@ -47,8 +48,8 @@ void Limiter::process(float* stereo, FrameCount count)
         const double recovered = gain + (1 - gain) * releasePart;
         gain = std::min<double>(wanted[frame], recovered > recoveredFrom ? 1 : recovered);
         const auto factor = static_cast<float>(gain);
-        stereo[2 * frame] = std::clamp(stereo[2 * frame] * factor, -1.0F, 1.0F);
-        stereo[2 * frame + 1] = std::clamp(stereo[2 * frame + 1] * factor, -1.0F, 1.0F);
+        stereo[2 * frame] = std::clamp(stereo[2 * frame] * factor, -ceiling, ceiling);
+        stereo[2 * frame + 1] = std::clamp(stereo[2 * frame + 1] * factor, -ceiling, ceiling);
     }
 }
 

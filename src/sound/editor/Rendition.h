@@ -2,8 +2,8 @@
 
 #include "sound/dsp/Changes.h"
 #include "sound/dsp/Limiter.h"
+#include "sound/dsp/SampleRateConverter.h"
 #include "sound/editor/ParallelStretcher.h"
-#include "sound/editor/SampleRateConverter.h"
 #include "sound/editor/SourcePart.h"
 #include "sound/units/Frames.h"
 

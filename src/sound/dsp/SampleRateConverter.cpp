@@ -1,4 +1,4 @@
-#include "sound/editor/SampleRateConverter.h"
+#include "sound/dsp/SampleRateConverter.h"
 
 #include <soxr.h>
 #include <cmath>

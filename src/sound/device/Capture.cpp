@@ -1,0 +1,8 @@
+#include "sound/device/Capture.h"
+
+namespace sound {
+
+Capture::~Capture() = default;
+CaptureDevices::~CaptureDevices() = default;
+
+}  // namespace sound
