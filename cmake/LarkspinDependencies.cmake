@@ -1,4 +1,4 @@
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Svg)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Widgets Svg)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 

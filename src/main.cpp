@@ -1,5 +1,6 @@
 #include "app/frmMain.h"
 #include "engines/EngineSet.h"
+#include "recorder/WindowBarMeters.h"
 #include "sound/engines/SoundEngines.h"
 #include "support/DesktopShell.h"
 #include "support/IconTheme.h"
@@ -19,7 +20,8 @@ int main(int argc, char** argv)
     QApplication::setDesktopFileName("larkspin");
     const IconTheme icons;
 
-    const std::unique_ptr<EngineSet> engines = sound::makeSoundEngines();
+    const std::unique_ptr<EngineSet> engines =
+        sound::makeSoundEngines([] { return std::make_unique<WindowBarMeters>(); });
     QtCommonDialog dialog;
     QtBrowseForFolder folderDialog;
     QtMsgBox msgBox;

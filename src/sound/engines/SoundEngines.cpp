@@ -1,34 +1,65 @@
 #include "sound/engines/SoundEngines.h"
 
-#include "engines/RecorderEngine.h"
 #include "sound/device/PulseMixer.h"
+#include "sound/device/PulseSources.h"
 #include "sound/device/SystemOutput.h"
 #include "sound/editor/SoundEditorEngine.h"
 #include "sound/player/SoundPlayerEngine.h"
+#include "sound/recorder/KeepAwake.h"
+#include "sound/recorder/SoundRecorderEngine.h"
+
+#include <optional>
+#include <utility>
 
 namespace sound {
 namespace {
 
+using MakeBarMeters = std::function<std::unique_ptr<RecorderBarMeters>()>;
+
 class SoundEngines : public EngineSet
 {
 public:
+    explicit SoundEngines(MakeBarMeters make)
+        : makeBarMeters(std::move(make))
+    {
+    }
+
     std::unique_ptr<PlayerEngine> createPlayer() override
     {
-        return std::make_unique<SoundPlayerEngine>([] { return std::make_unique<SystemOutput>(); });
+        return std::make_unique<SoundPlayerEngine>(makeOutput);
     }
 
     std::unique_ptr<EditorEngine> createEditor() override { return std::make_unique<SoundEditorEngine>(); }
 
-    std::unique_ptr<RecorderEngine> createRecorder() override { return nullptr; }
+    std::unique_ptr<RecorderEngine> createRecorder() override
+    {
+        return std::make_unique<SoundRecorderEngine>(RecorderParts{std::make_unique<PulseSources>(),
+                                                                   makeBarMeters(), makeOutput,
+                                                                   [this](bool awake) { keepAwake(awake); }});
+    }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
+
+private:
+    static std::unique_ptr<AudioOutput> makeOutput() { return std::make_unique<SystemOutput>(); }
+
+    // Whoever never records needs no bus for it.
+    void keepAwake(bool awake)
+    {
+        if (!awakening)
+            awakening.emplace();
+        awakening->keep(awake);
+    }
+
+    const MakeBarMeters makeBarMeters;
+    std::optional<KeepAwake> awakening;
 };
 
 }  // namespace
 
-std::unique_ptr<EngineSet> makeSoundEngines()
+std::unique_ptr<EngineSet> makeSoundEngines(std::function<std::unique_ptr<RecorderBarMeters>()> makeBarMeters)
 {
-    return std::make_unique<SoundEngines>();
+    return std::make_unique<SoundEngines>(std::move(makeBarMeters));
 }
 
 }  // namespace sound

@@ -1,0 +1,95 @@
+#include "sound/recorder/KeepAwake.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+namespace sound {
+
+/// Someone on the bus who may be asked.
+struct KeepAwake::Keeper
+{
+    const char* service;
+    const char* path;
+    const char* release;
+    bool isSessionManager;
+
+    QDBusMessage call(const char* method) const
+    {
+        QDBusMessage message = QDBusMessage::createMethodCall(service, path, service, method);
+        message.setAutoStartService(false);
+        return message;
+    }
+
+    QDBusMessage question() const
+    {
+        constexpr uint noWindow = 0;
+        constexpr uint againstSuspending = 4;
+        const QString program = QStringLiteral("larkspin");
+        const QString reason = QStringLiteral("Recording sound");
+        QDBusMessage message = call("Inhibit");
+        if (isSessionManager)
+            message << program << noWindow << reason << againstSuspending;
+        else
+            message << program << reason;
+        return message;
+    }
+
+    static const Keeper all[];
+};
+
+const KeepAwake::Keeper KeepAwake::Keeper::all[] = {
+    {"org.freedesktop.PowerManagement.Inhibit", "/org/freedesktop/PowerManagement/Inhibit", "UnInhibit", false},
+    {"org.gnome.SessionManager", "/org/gnome/SessionManager", "Uninhibit", true},
+};
+
+KeepAwake::KeepAwake(const QDBusConnection& sessionBus)
+    : bus(sessionBus)
+{
+}
+
+KeepAwake::~KeepAwake()
+{
+    keep(false);
+}
+
+void KeepAwake::keep(bool awake)
+{
+    wanted = awake;
+    if (wanted && asked == nullptr && bus.isConnected())
+        ask(Keeper::all[0]);
+    else if (!wanted && asked != nullptr && !asking)
+        release();
+}
+
+// Who gives no cookie does not know the question: the next one is asked. A promise that is not wanted any more when
+// it comes is given back.
+void KeepAwake::ask(const Keeper& keeper)
+{
+    asked = &keeper;
+    asking = std::make_unique<QDBusPendingCallWatcher>(bus.asyncCall(keeper.question()));
+    QObject::connect(asking.get(), &QDBusPendingCallWatcher::finished, [this](QDBusPendingCallWatcher* call) {
+        const QDBusPendingReply<uint> reply = *call;
+        asking.release()->deleteLater();
+        const Keeper* next = asked + 1;
+        if (reply.isValid()) {
+            cookie = reply.value();
+            if (!wanted)
+                release();
+        } else if (wanted && next != std::end(Keeper::all)) {
+            ask(*next);
+        } else {
+            asked = nullptr;
+        }
+    });
+}
+
+void KeepAwake::release()
+{
+    QDBusMessage message = asked->call(asked->release);
+    message << cookie;
+    bus.asyncCall(message);
+    asked = nullptr;
+}
+
+}  // namespace sound
