@@ -69,7 +69,8 @@ endfunction()
 # form runs another test's program once more, in another environment.
 #
 # Tests of windows are mostly the code that their mocks expand to. They are compiled quickly, not to be quick: not
-# optimized, and with the headers that all of them take read once.
+# optimized, and with the headers that all of them take read once. Those of sounds have such headers too; they are
+# optimized, for they reckon.
 function(larkspin_test name)
     cmake_parse_arguments(ARG "" "TIMEOUT;SAME_AS" "SOURCES;CALLS;LABELS;ENVIRONMENT" ${ARGN})
     if(NOT ARG_TIMEOUT)
@@ -88,6 +89,10 @@ function(larkspin_test name)
             target_precompile_headers(${name} REUSE_FROM qt_test_main)
         else()
             set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
+            if("sound" IN_LIST ARG_LABELS)
+                target_compile_options(${name} PRIVATE -fpch-preprocess)
+                target_precompile_headers(${name} REUSE_FROM sound_test_headers)
+            endif()
         endif()
         add_test(NAME ${name} COMMAND ${name})
     endif()

@@ -97,7 +97,8 @@ std::vector<float> decodedByFfmpeg(const QString& path, int channels)
     runFfmpeg({"-i", "file:" + path, "-map", "0:a:0", "-ac", QString::number(channels), "-f", "f32le", "pipe:1"},
               {}, &bytes);
     std::vector<float> samples(static_cast<std::size_t>(bytes.size()) / sizeof(float));
-    std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
+    if (!samples.empty())
+        std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
     return samples;
 }
 

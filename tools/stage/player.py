@@ -2,7 +2,7 @@
 
 import os
 
-from processes import Impatient, wait_until
+from processes import PROGRAM, Impatient, wait_until
 
 
 class Player:
@@ -16,7 +16,7 @@ class Player:
 
     def start(self):
         """Starts the program, answers what it has to say at a first start, and returns when its window is there."""
-        self.process = self._stage.processes.start("larkspin", [self._program], self._stage.environment, urgent=True)
+        self.process = self._stage.processes.start("larkspin", [self._program], self._stage.environment, urgency=PROGRAM)
 
         def window_without_boxes():
             self.check_alive()

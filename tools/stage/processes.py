@@ -5,6 +5,11 @@ import signal
 import subprocess
 import time
 
+# Urgencies, as real-time priorities. The sound server goes before the program, as on a desktop: with the same urgency it
+# would have to wait while the program paints.
+SOUND = 20
+PROGRAM = 5
+
 
 class Impatient(Exception):
     """What was waited for did not come about in its time."""
@@ -29,10 +34,10 @@ class Processes:
         self._logs = logs
         self._running = []
 
-    def start(self, name, arguments, environment, urgent=False, **options):
+    def start(self, name, arguments, environment, urgency=0, **options):
         """An urgent process goes before others where the machine allows it, as sound does on a desktop."""
-        if urgent:
-            options["preexec_fn"] = _go_before_others
+        if urgency:
+            options["preexec_fn"] = lambda: _go_before_others(urgency)
         with open(os.path.join(self._logs, name + ".log"), "ab") as log:
             process = subprocess.Popen(arguments, env=environment, stdin=subprocess.DEVNULL, stderr=log,
                                        stdout=options.pop("stdout", log), start_new_session=True, **options)
@@ -64,9 +69,9 @@ def _signal_group(group, kind):
         pass
 
 
-def _go_before_others():
+def _go_before_others(urgency):
     try:
-        os.sched_setscheduler(0, os.SCHED_RR, os.sched_param(5))
+        os.sched_setscheduler(0, os.SCHED_RR, os.sched_param(urgency))
     except PermissionError:
         pass
 

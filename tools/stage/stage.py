@@ -5,7 +5,7 @@ import shutil
 import subprocess
 import tempfile
 
-from processes import Processes, wait_until
+from processes import SOUND, Processes, wait_until
 
 RATE = 44100
 FRAME_BYTES = 2 * 4  # two channels of 32-bit floats
@@ -102,10 +102,10 @@ class Stage:
 
     def start_sound_server(self):
         arguments = ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm=yes",
-                     "--use-pid-file=no",
+                     "--use-pid-file=no", "--realtime=no",
                      "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
                      "-L", f"module-null-sink sink_name=speakers rate={RATE} format=float32le norewinds=1"]
-        self.sound_server = self.processes.start("sound", arguments, self.environment, urgent=True)
+        self.sound_server = self.processes.start("sound", arguments, self.environment, urgency=SOUND)
         wait_until(lambda: "speakers" in self.run("pactl", "list", "short", "sinks", check=False), "the sound server")
 
     def kill_sound_server(self):
@@ -129,7 +129,7 @@ class Recording:
         with open(self._raw, "wb") as raw:
             arguments = ["parec", "--device=speakers.monitor", f"--rate={RATE}", "--channels=2",
                          "--format=float32le", "--raw", "--latency-msec=20"]
-            self._process = stage.processes.start("recording", arguments, stage.environment, urgent=True,
+            self._process = stage.processes.start("recording", arguments, stage.environment, urgency=SOUND,
                                                      stdout=raw)
         wait_until(lambda: self.seconds() > 0, "the recording to begin")
 
