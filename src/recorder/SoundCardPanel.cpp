@@ -5,6 +5,8 @@
 #include "ui_SoundCardPanel.h"
 
 #include <QAbstractItemView>
+#include <QStyle>
+#include <algorithm>
 
 namespace {
 
@@ -13,8 +15,11 @@ constexpr short fullScale = 32767;
 /// Device names are long: the list that drops down has room for them where the box has not.
 void makeRoomForNames(ComboBox& list)
 {
-    const int frame = 2 * list.view()->frameWidth();
-    list.view()->setMinimumWidth(list.view()->sizeHintForColumn(0) + frame);
+    int widest = 0;
+    for (int i = 0; i < list.count(); ++i)
+        widest = std::max(widest, list.fontMetrics().horizontalAdvance(list.itemText(i)));
+    const int margins = 2 * list.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &list);
+    list.view()->setMinimumWidth(widest + margins);
 }
 
 }  // namespace

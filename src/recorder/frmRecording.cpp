@@ -31,7 +31,7 @@ constexpr int pixels(int twips)
 constexpr int collapsedHeight = pixels(2200);
 constexpr int expandedHeight = pixels(4900);
 
-constexpr int fullScale = 32767;
+constexpr int endOfBar = 32767;
 
 // The file types are in step with the list of formats.
 constexpr QLatin1StringView recordFilter(
@@ -155,7 +155,7 @@ int frmRecording::CreateInputMeter(const QWidget& picture)
     RecorderBarMeters& meters = Recorder->BarMeters();
     const int bar =
         meters.CreateBar(static_cast<int>(winId()), corner.x(), corner.y(), picture.width(), picture.height());
-    meters.SetBarRange(bar, 0, fullScale);
+    meters.SetBarRange(bar, 0, endOfBar);
     RecorderBarMeters::BarSettings settings{};
     meters.GetBarSettings(bar, &settings);
     settings[RecorderBarMeters::BarMode] = 1;

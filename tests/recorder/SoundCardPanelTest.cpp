@@ -3,6 +3,7 @@
 #include "recorder/RecorderTest.h"
 #include "support/MockDialogs.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QLabel>
 
@@ -82,6 +83,19 @@ TEST_F(SoundCards, AreOfferedInTheEnginesOrderAndTheFirstIsSelectedTwice)
     EXPECT_EQ(itemsOf(panel, "ComboRecordingInput"), QStringList({"Line In", "Microphone"}));
     EXPECT_EQ(textOf(panel, "ComboRecordingInput"), "Microphone");
     EXPECT_EQ(level().value(), 40);
+}
+
+TEST_F(SoundCards, HaveRoomForTheirLongNamesInTheListThatDropsDown)
+{
+    const QString name = "Monitor of the second digital output of an interface with a long name";
+    ON_CALL(Recorder, OpenRecordingDevice).WillByDefault(Return(1));
+    EXPECT_CALL(Recorder, OpenRecordingDevice).Times(2);
+    EXPECT_CALL(msgBox, show(_, _, _)).Times(2);
+    expectDevices({name});
+    panel.FillSoundCardCombos();
+    const auto& list = control<ComboBox>(panel, "ComboRecordingDevices");
+    EXPECT_GE(list.view()->minimumWidth(), list.fontMetrics().horizontalAdvance(name));
+    EXPECT_LT(list.minimumSizeHint().width(), 300);
 }
 
 TEST_F(SoundCards, ThatAreNotThereLeaveTheListsEmptyAndTheEngineAlone)

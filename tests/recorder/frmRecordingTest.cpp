@@ -2,6 +2,7 @@
 #include "support/modSpecialFolders.h"
 
 #include <QApplication>
+#include <QShortcut>
 #include <QTest>
 
 using ::testing::_;
@@ -161,6 +162,17 @@ TEST_F(RecorderWindow, RecordsStopsAndReplaysByItsHotKeysWhileItHasTheFocus)
     QApplication::setActiveWindow(&mainWindow);
     QTest::keyClick(&mainWindow, Qt::Key_S, Qt::AltModifier);
     EXPECT_TRUE(timerOf(*window).isActive());
+}
+
+TEST_F(RecorderWindow, TakesAHotKeyThatIsHeldDownForOnePress)
+{
+    for (const auto& [name, key] :
+         {std::pair("htkRecord", "Alt+R"), std::pair("htkStop", "Alt+S"), std::pair("htkPlay", "Alt+P")}) {
+        const auto* hotKey = window->findChild<QShortcut*>(name);
+        ASSERT_NE(hotKey, nullptr) << name;
+        EXPECT_EQ(hotKey->key().toString(), key);
+        EXPECT_FALSE(hotKey->autoRepeat()) << name;
+    }
 }
 
 TEST_F(RecorderWindow, RecordsToTheRecordingsFolderWhereNoneWasChosen)
