@@ -104,7 +104,8 @@ class Stage:
         arguments = ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm=yes",
                      "--use-pid-file=no", "--realtime=no",
                      "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
-                     "-L", f"module-null-sink sink_name=speakers rate={RATE} format=float32le norewinds=1"]
+                     "-L", f"module-null-sink sink_name=speakers rate={RATE} format=float32le norewinds=1 "
+                     "sink_properties=device.description=Speakers"]
         self.sound_server = self.processes.start("sound", arguments, self.environment, urgency=SOUND)
         wait_until(lambda: "speakers" in self.run("pactl", "list", "short", "sinks", check=False), "the sound server")
 
