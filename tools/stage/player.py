@@ -2,7 +2,7 @@
 
 import os
 
-from processes import PROGRAM, Impatient, wait_until
+from processes import Impatient, wait_until
 
 
 class Player:
@@ -16,7 +16,7 @@ class Player:
 
     def start(self):
         """Starts the program, answers what it has to say at a first start, and returns when its window is there."""
-        self.process = self._stage.processes.start("larkspin", [self._program], self._stage.environment, urgency=PROGRAM)
+        self.process = self._stage.processes.start("larkspin", [self._program], self._stage.environment)
 
         def window_without_boxes():
             self.check_alive()
@@ -75,8 +75,8 @@ class Player:
         self._xdotool("type", "--delay", "15", text)
 
     def click_at(self, x, y, button=1, times=1):
-        self._xdotool("mousemove", "--sync", int(x), int(y))
-        self._xdotool("click", "--repeat", times, "--delay", "60", button)
+        # The display takes one after the other. To wait for the move takes long where the pointer is there already.
+        self._xdotool("mousemove", int(x), int(y), "click", "--repeat", times, "--delay", "60", button)
 
     def click(self, name, role=None, **options):
         x, y, width, height = self.place(name, role)

@@ -19,6 +19,9 @@ constexpr auto fadeTime = 5ms;
 // little late and by some frames less exactly, and is started anew when the slider has come to rest.
 constexpr auto restartInterval = 150ms;
 
+// How long a stretcher's start is rested from: as long as it may take, so that starts in a row leave half of the time.
+constexpr auto restAfterStart = 30ms;
+
 // More than any stretcher and resampler look ahead of the frame that is heard, for each kilohertz of the rate.
 constexpr std::int64_t lookAheadPerKilohertz = 400;
 
@@ -158,6 +161,7 @@ void Renderer::renderStart(float* stereo)
     limiter.reset();
     state = State::Sounding;
     sinceChange = framesIn(restartInterval, outputRate);
+    sinceStart = framesIn(restAfterStart, outputRate);
     dragged = false;
     const bool fade = resuming;
     resuming = false;
@@ -174,6 +178,7 @@ void Renderer::renderSounding(float* stereo)
     finish(current.sound->comingBlock(), stereo,
            entryAt(from, (to - from) / static_cast<double>(blockFrames.value)));
     sinceChange = sinceChange + blockFrames;
+    sinceStart = sinceStart + blockFrames;
     current.sound->source().willReadNear(path().reader().position());
 
     const auto end = static_cast<double>(current.window.end.value);
@@ -201,7 +206,7 @@ void Renderer::renderLeaving(float* stereo)
 // Goes over to the idle path, started at @p first. To start a stretcher takes longer than a block may where the
 // output's buffer is short, so half of it is done one block ahead, while the running path sounds on. When something
 // else is wanted meanwhile, that is begun instead; the second time it is started in one go, so that a change in
-// each block is heard all the same.
+// each block is heard all the same. Starts that follow each other without a rest would take more time than there is.
 void Renderer::renderRestart(FramePosition first, float* stereo)
 {
     LoadedSound& sound = *current.sound;
@@ -214,6 +219,11 @@ void Renderer::renderRestart(FramePosition first, float* stereo)
     const bool halfDone = halfStart.done && halfStart.transport == wanted &&
                           halfStart.changes == settings.changes && halfStart.first == first;
     const bool endsBefore = !current.window.repeats && predicted >= current.window.end;
+    const bool rests = settings.changes.stretches() && sinceStart < framesIn(restAfterStart, outputRate);
+    if (rests && !endsBefore) {
+        renderSounding(stereo);
+        return;
+    }
     if (halfDone) {
         idle.finishStart();
     } else if (!(halfStart.done && halfStart.again) && settings.changes.stretches() && !endsBefore &&
@@ -244,6 +254,7 @@ void Renderer::renderCrossover(float* stereo)
     crossfade(sound.leavingBlock(), sound.comingBlock(), blockFrames, sound.source().channels());
     finish(sound.comingBlock(), stereo, entryAt(from, (to - from) / static_cast<double>(blockFrames.value)));
     sinceChange = blockFrames;
+    sinceStart = {0};
     dragged = false;
 }
 

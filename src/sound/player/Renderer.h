@@ -93,6 +93,7 @@ private:
     int activePath = 0;
     HalfStart halfStart;
     FrameCount sinceChange;     // of tempo or pitch
+    FrameCount sinceStart;      // of the path that sounds
     bool dragged = false;       // changes went into the running path since it was started
     std::int64_t soundEnd = 0;  // the output frame behind the last one that was not plain silence
 
