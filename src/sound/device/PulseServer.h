@@ -32,6 +32,9 @@ public:
     /// The longest wait counts from now on.
     void startWaiting();
 
+    /// Whether the longest wait is over.
+    bool isOverdue() const { return Clock::now() >= deadline; }
+
     /// The connection, as the library's questions want it. Null before connect().
     pa_context* context() const { return connection; }
 

@@ -40,6 +40,14 @@ CaptureDevice deviceOf(const pa_source_info& source)
     return device;
 }
 
+/// For the library, which is given a TakeSource.
+template <typename TakeSource>
+void passOn(pa_context*, const pa_source_info* source, int, void* take)
+{
+    if (source != nullptr)
+        (*static_cast<const TakeSource*>(take))(*source);
+}
+
 }  // namespace
 
 PulseSources::PulseSources(std::chrono::milliseconds longestWait)
@@ -54,34 +62,35 @@ bool PulseSources::isThere()
     server.startWaiting();
     if (server.isConnected() || server.connect())
         return true;
-    askAgainAt = Clock::now() + restAfterSilence;
+    restWhereItWaited();
     return false;
 }
 
-bool PulseSources::answered(pa_operation* question)
+void PulseSources::restWhereItWaited()
 {
-    const bool done = server.isAnswered(question);
-    if (!done && server.isConnected())
+    if (server.isOverdue())
         askAgainAt = Clock::now() + restAfterSilence;
-    return done;
 }
 
-void PulseSources::ask(const QString& key, const TakeSource& take)
+// That the server has ended since the last question shows only with this one: another may be there meanwhile.
+void PulseSources::ask(const Question& question)
 {
-    const auto each = [](pa_context*, const pa_source_info* source, int, void* taker) {
-        if (source != nullptr)
-            (*static_cast<const TakeSource*>(taker))(*source);
-    };
-    void* taker = const_cast<TakeSource*>(&take);
-    // That the server has ended since the last question shows only with this one.
-    const bool wasConnected = server.isConnected();
-    for (int attempt = 0; attempt < (wasConnected ? 2 : 1) && isThere(); ++attempt) {
-        pa_operation* question =
-            key.isEmpty() ? pa_context_get_source_info_list(server.context(), each, taker)
-                          : pa_context_get_source_info_by_name(server.context(), key.toUtf8(), each, taker);
-        if (answered(question) || server.isConnected())
+    const int attempts = server.isConnected() ? 2 : 1;
+    for (int attempt = 0; attempt < attempts && isThere(); ++attempt) {
+        if (server.isAnswered(question(server.context())))
             return;
+        if (server.isConnected())
+            return restWhereItWaited();
     }
+}
+
+void PulseSources::askForSource(const QString& key, const TakeSource& take)
+{
+    if (!key.isEmpty())
+        ask([&, name = key.toUtf8()](pa_context* context) {
+            return pa_context_get_source_info_by_name(context, name, passOn<TakeSource>,
+                                                      const_cast<TakeSource*>(&take));
+        });
 }
 
 QString PulseSources::defaultKey()
@@ -91,15 +100,18 @@ QString PulseSources::defaultKey()
         if (info != nullptr && info->default_source_name != nullptr)
             *static_cast<QString*>(taker) = QString::fromUtf8(info->default_source_name);
     };
-    if (isThere())
-        answered(pa_context_get_server_info(server.context(), take, &key));
+    ask([&](pa_context* context) { return pa_context_get_server_info(context, take, &key); });
     return key;
 }
 
 std::vector<CaptureDevice> PulseSources::devices()
 {
     std::vector<CaptureDevice> found;
-    ask({}, [&](const pa_source_info& source) { found.push_back(deviceOf(source)); });
+    TakeSource take = [&](const pa_source_info& source) { found.push_back(deviceOf(source)); };
+    ask([&](pa_context* context) {
+        found.clear();
+        return pa_context_get_source_info_list(context, passOn<TakeSource>, &take);
+    });
     const QString first = found.empty() ? QString() : defaultKey();
     std::stable_partition(found.begin(), found.end(),
                           [&](const CaptureDevice& device) { return device.key == first; });
@@ -109,37 +121,37 @@ std::vector<CaptureDevice> PulseSources::devices()
 CaptureDevice PulseSources::device(const QString& key)
 {
     CaptureDevice found;
-    if (!key.isEmpty())
-        ask(key, [&](const pa_source_info& source) { found = deviceOf(source); });
+    askForSource(key, [&](const pa_source_info& source) { found = deviceOf(source); });
     return found;
 }
 
 void PulseSources::selectLine(const QString& key, const QString& line)
 {
-    if (isThere() && !key.isEmpty() && !line.isEmpty())
-        answered(pa_context_set_source_port_by_name(server.context(), key.toUtf8().constData(),
-                                                    line.toUtf8().constData(), nullptr, nullptr));
+    if (!key.isEmpty() && !line.isEmpty())
+        ask([name = key.toUtf8(), port = line.toUtf8()](pa_context* context) {
+            return pa_context_set_source_port_by_name(context, name, port, nullptr, nullptr);
+        });
 }
 
 void PulseSources::setVolume(const QString& key, int percent)
 {
     pa_cvolume volume{};
-    if (!key.isEmpty())
-        ask(key, [&](const pa_source_info& source) { volume = source.volume; });
+    askForSource(key, [&](const pa_source_info& source) { volume = source.volume; });
     const int wanted = std::clamp(percent, 0, 100);
     if (volume.channels == 0 || percentOf(volume) == wanted)
         return;
-    const auto scaled = static_cast<pa_volume_t>(std::lround(PA_VOLUME_NORM / 100.0 * wanted));
-    pa_cvolume_scale(&volume, scaled);
-    answered(pa_context_set_source_volume_by_name(server.context(), key.toUtf8().constData(), &volume, nullptr,
-                                                  nullptr));
+    pa_cvolume_scale(&volume, static_cast<pa_volume_t>(std::lround(PA_VOLUME_NORM / 100.0 * wanted)));
+    ask([&, name = key.toUtf8()](pa_context* context) {
+        return pa_context_set_source_volume_by_name(context, name, &volume, nullptr, nullptr);
+    });
 }
 
 void PulseSources::setMuted(const QString& key, bool muted)
 {
-    if (isThere() && !key.isEmpty())
-        answered(pa_context_set_source_mute_by_name(server.context(), key.toUtf8().constData(), muted ? 1 : 0,
-                                                    nullptr, nullptr));
+    if (!key.isEmpty())
+        ask([muted, name = key.toUtf8()](pa_context* context) {
+            return pa_context_set_source_mute_by_name(context, name, muted ? 1 : 0, nullptr, nullptr);
+        });
 }
 
 std::unique_ptr<Capture> PulseSources::capture(const CaptureDevice& device, CaptureRing& ring, Wakeup& reader)

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 
+struct pa_context;
 struct pa_operation;
 struct pa_source_info;
 
@@ -14,8 +15,8 @@ namespace sound {
 /// The sources of the user's sound server (PulseAudio, or PipeWire in its place): microphones and line inputs, and
 /// the monitors of outputs, which hear what the computer plays.
 ///
-/// It connects with the first question, and again where the server has been away. A server that did not answer is
-/// not asked again for a second, so that whoever asks many things waits once.
+/// It connects with the first question, and again where the server has been away. A server that let it wait in vain
+/// is not asked again for a second, so that whoever asks many things waits once.
 class PulseSources : public CaptureDevices
 {
 public:
@@ -32,11 +33,13 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
+    using Question = std::function<pa_operation*(pa_context*)>;
     using TakeSource = std::function<void(const pa_source_info&)>;
 
+    void ask(const Question& question);
+    void askForSource(const QString& key, const TakeSource& take);
     bool isThere();
-    bool answered(pa_operation* question);
-    void ask(const QString& key, const TakeSource& take);
+    void restWhereItWaited();
     QString defaultKey();
 
     PulseServer server;

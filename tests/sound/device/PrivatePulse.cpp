@@ -1,5 +1,6 @@
 #include "sound/device/PrivatePulse.h"
 
+#include <gtest/gtest.h>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QStandardPaths>
@@ -75,6 +76,16 @@ void PrivatePulse::kill()
     server.reset();
 }
 
+void PrivatePulse::suspend()
+{
+    server->signal(SIGSTOP);
+}
+
+void PrivatePulse::resume()
+{
+    server->signal(SIGCONT);
+}
+
 QString PrivatePulse::recordingPath() const
 {
     return folder.filePath("heard.raw");
@@ -113,6 +124,38 @@ bool PrivatePulse::waitForFrames(std::int64_t count) const
 {
     return waitUntil(
         [&] { return QFile(recordingPath()).size() >= count * 2 * static_cast<qint64>(sizeof(float)); });
+}
+
+std::string pactl(const QStringList& arguments)
+{
+    const QTemporaryDir folder;
+    const QString output = folder.filePath("output");
+    EXPECT_TRUE(ChildProcess("pactl", arguments, {"LC_ALL=C"}, "", output, "").succeeds())
+        << arguments.join(' ').toStdString();
+    QFile file(output);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "";
+}
+
+// Without rewinds it plays from the first moment on, and delivers what it plays.
+QString addOutput(const QString& name, SampleRate rate)
+{
+    const std::string module =
+        pactl({"load-module", "module-null-sink", "sink_name=" + name, QString("rate=%1").arg(rate.hertz),
+               "format=float32le", "norewinds=1", "sink_properties=device.description=" + name.toUpper()});
+    return QString::fromStdString(module).trimmed();
+}
+
+// A second lies ready at the server, so that a busy machine is not heard.
+std::unique_ptr<ChildProcess> playInto(const QString& output, const QString& rawFile, SampleRate rate)
+{
+    const QStringList arguments = {"--playback",
+                                   "--raw",
+                                   "--device=" + output,
+                                   "--format=float32le",
+                                   QString("--rate=%1").arg(rate.hertz),
+                                   "--channels=2",
+                                   "--latency-msec=1000"};
+    return std::make_unique<ChildProcess>("pacat", arguments, QStringList{}, rawFile, "", "");
 }
 
 std::int64_t frameOfMatch(const std::vector<float>& heard, const float* wanted, std::size_t probeSamples)

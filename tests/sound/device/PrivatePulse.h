@@ -5,6 +5,7 @@
 
 #include <QTemporaryDir>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace sound::test {
@@ -22,6 +23,10 @@ public:
 
     /// Ends the server as a crash would.
     void kill();
+
+    /// Keeps the server from doing anything, and lets it go on where it was.
+    void suspend();
+    void resume();
 
     /// Records what the output plays, from now on.
     bool startRecording();
@@ -42,6 +47,16 @@ private:
     std::unique_ptr<ChildProcess> server;
     std::unique_ptr<ChildProcess> recorder;
 };
+
+/// Runs pactl with the private server and returns what it writes, in English. The test fails where it is refused.
+std::string pactl(const QStringList& arguments);
+
+/// Adds an output in floating point of this name, whose monitor is a source without ports: as a microphone that
+/// hears what is played into it. Its readable name is the same in capitals. Returns its module.
+QString addOutput(const QString& name, SampleRate rate);
+
+/// Plays stereo into an output from now on, once.
+std::unique_ptr<ChildProcess> playInto(const QString& output, const QString& rawFile, SampleRate rate);
 
 /// Where the first @p probe samples of @p wanted stand in @p heard, both interleaved stereo; -1 where they don't.
 std::int64_t frameOfMatch(const std::vector<float>& heard, const float* wanted, std::size_t probeSamples);

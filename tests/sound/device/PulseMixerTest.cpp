@@ -1,18 +1,12 @@
 #include "sound/device/PulseMixer.h"
 
 #include "sound/device/PrivatePulse.h"
+#include "sound/device/SilentServer.h"
 
 #include <gmock/gmock.h>
-#include <QFile>
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 #include <chrono>
-#include <cstring>
 #include <string>
-#include <thread>
-#include <vector>
 
 using namespace sound;
 using namespace sound::test;
@@ -24,16 +18,6 @@ namespace {
 
 constexpr SampleRate rate{48000};
 constexpr auto patient = 20s;  // for servers that answer, on a machine as busy as it likes
-
-/// Runs pactl with the private server and returns what it writes.
-std::string pactl(const QStringList& arguments)
-{
-    const QTemporaryDir folder;
-    const QString output = folder.filePath("output");
-    EXPECT_TRUE(ChildProcess("pactl", arguments, {"LC_ALL=C"}, "", output, "").succeeds());
-    QFile file(output);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "";
-}
 
 /// What the server says of the volumes of its output's channels, and whether it is muted.
 std::string volumes()
@@ -154,59 +138,6 @@ TEST(PulseMixerTest, DoesNotOpenWithoutAServerAndKnowsItAtOnce)
     EXPECT_NE(mixer.mixerOpen(), 0);
     EXPECT_LT(Clock::now() - begun, patient / 2);
 }
-
-/// Takes each connection and never says a word.
-class SilentServer
-{
-public:
-    SilentServer()
-        : serverBefore(qgetenv("PULSE_SERVER"))
-    {
-        const QByteArray path = folder.filePath("native").toLocal8Bit();
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
-        works = bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-                listen(listening, 8) == 0;
-        qputenv("PULSE_SERVER", "unix:" + path);
-        accepting = std::thread([this] {
-            for (int taken = accept(listening, nullptr, nullptr); taken >= 0;
-                 taken = accept(listening, nullptr, nullptr))
-                connections.push_back(taken);
-        });
-    }
-
-    ~SilentServer()
-    {
-        end();
-        qputenv("PULSE_SERVER", serverBefore);
-    }
-
-    SilentServer(const SilentServer&) = delete;
-    SilentServer& operator=(const SilentServer&) = delete;
-
-    /// How many connections it took until now, the last moment that it takes any.
-    std::size_t end()
-    {
-        if (!accepting.joinable())
-            return connections.size();
-        shutdown(listening, SHUT_RDWR);  // wakes the thread
-        accepting.join();
-        for (const int connection : connections)
-            close(connection);
-        close(listening);
-        return connections.size();
-    }
-
-    bool works = false;
-
-private:
-    const QTemporaryDir folder;
-    const QByteArray serverBefore;
-    const int listening = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    std::vector<int> connections;
-    std::thread accepting;
-};
 
 TEST(PulseMixerTest, GivesAServerThatNeverAnswersUpAfterTheLongestWait)
 {
