@@ -1,5 +1,6 @@
 #include "sound/recorder/KeepAwake.h"
 
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -35,6 +36,13 @@ struct KeepAwake::Keeper
         return message;
     }
 
+    void letSleep(QDBusConnection bus, uint cookie) const
+    {
+        QDBusMessage message = call(release);
+        message << cookie;
+        bus.asyncCall(message);
+    }
+
     static const Keeper all[];
 };
 
@@ -48,9 +56,22 @@ KeepAwake::KeepAwake(const QDBusConnection& sessionBus)
 {
 }
 
+// A promise that is still to come must be given back too.
 KeepAwake::~KeepAwake()
 {
     keep(false);
+    if (!asking)
+        return;
+    QDBusPendingCallWatcher* late = asking.release();
+    late->disconnect();
+    late->setParent(QCoreApplication::instance());
+    QObject::connect(late, &QDBusPendingCallWatcher::finished,
+                     [on = bus, keeper = asked](QDBusPendingCallWatcher* call) {
+                         const QDBusPendingReply<uint> reply = *call;
+                         call->deleteLater();
+                         if (reply.isValid())
+                             keeper->letSleep(on, reply.value());
+                     });
 }
 
 void KeepAwake::keep(bool awake)
@@ -86,9 +107,7 @@ void KeepAwake::ask(const Keeper& keeper)
 
 void KeepAwake::release()
 {
-    QDBusMessage message = asked->call(asked->release);
-    message << cookie;
-    bus.asyncCall(message);
+    asked->letSleep(bus, cookie);
     asked = nullptr;
 }
 
