@@ -1,6 +1,5 @@
 #include "sound/editor/SpectralJoin.h"
 
-#include <fftw3.h>
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -9,7 +8,6 @@
 namespace sound {
 namespace {
 
-constexpr std::size_t stepsAWindow = 8;
 constexpr std::size_t steps = 24;  // from all of the one to all of the other
 constexpr int rounds = 3;
 
@@ -28,43 +26,26 @@ float shortest(float angle)
 
 }  // namespace
 
-void SpectralJoin::FreePlan::operator()(fftwf_plan_s* plan) const
-{
-    fftwf_destroy_plan(plan);
-}
-
 SpectralJoin::SpectralJoin(SampleRate rate, int channelCount)
     : channels(channelCount)
-    , size(windowAt(rate))
-    , step(size / stepsAWindow)
-    , window(size)
-    , time(size)
-    , bins(size / 2 + 1)
-    , pairs(static_cast<std::size_t>(channelCount), Pair{Spectrum(bins.size()), Spectrum(bins.size())})
-    , cross(bins.size())
-    , power(bins.size())
-    , peakOf(bins.size())
-    , turn(bins.size())
-    , spectra((steps + 1) * pairs.size(), Spectrum(bins.size()))
+    , transform(windowAt(rate))
+    , pairs(static_cast<std::size_t>(channelCount), Pair{Spectrum(transform.bins()), Spectrum(transform.bins())})
+    , cross(transform.bins())
+    , power(transform.bins())
+    , peakOf(transform.bins())
+    , turn(transform.bins())
+    , really(transform.bins())
+    , spectra((steps + 1) * pairs.size(), Spectrum(transform.bins()))
     , sum(static_cast<std::size_t>(length(rate).value * channelCount))
     , rest(sum.size())
     , covered(static_cast<std::size_t>(length(rate).value))
 {
-    auto* ofBins = reinterpret_cast<fftwf_complex*>(bins.data());
-    forward.reset(fftwf_plan_dft_r2c_1d(static_cast<int>(size), time.data(), ofBins, FFTW_ESTIMATE));
-    backward.reset(fftwf_plan_dft_c2r_1d(static_cast<int>(size), ofBins, time.data(), FFTW_ESTIMATE));
-    for (std::size_t index = 0; index < size; ++index) {
-        const double angle = 2 * std::numbers::pi * static_cast<double>(index) / static_cast<double>(size);
-        window[index] = static_cast<float>(0.5 - 0.5 * std::cos(angle));
-    }
 }
-
-SpectralJoin::~SpectralJoin() = default;
 
 FrameCount SpectralJoin::length(SampleRate rate)
 {
     const std::size_t window = windowAt(rate);
-    return {static_cast<std::int64_t>(window + steps * window / stepsAWindow)};
+    return {static_cast<std::int64_t>(window + steps * window / WindowedTransform::stepsAWindow)};
 }
 
 void SpectralJoin::join(const float* leaving, const float* coming, float* joined)
@@ -72,8 +53,8 @@ void SpectralJoin::join(const float* leaving, const float* coming, float* joined
     for (std::size_t index = 0; index <= steps; ++index) {
         for (int channel = 0; channel < channels; ++channel) {
             Pair& pair = pairs[static_cast<std::size_t>(channel)];
-            analyse(leaving, index * step, channel, pair.leaving);
-            analyse(coming, index * step, channel, pair.coming);
+            analyse(leaving, index, channel, pair.leaving);
+            analyse(coming, index, channel, pair.coming);
         }
         findPeaks();
         turnPeaks(index == 0);
@@ -102,55 +83,41 @@ void SpectralJoin::join(const float* leaving, const float* coming, float* joined
 void SpectralJoin::keepStrength(std::size_t index, int channel)
 {
     Spectrum& wanted = between(index, channel);
-    analyse(sum.data(), index * step, channel, bins);
-    for (std::size_t bin = 0; bin < bins.size(); ++bin) {
-        const float there = std::abs(bins[bin]);
+    analyse(sum.data(), index, channel, really);
+    for (std::size_t bin = 0; bin < really.size(); ++bin) {
+        const float there = std::abs(really[bin]);
         if (there > 0)
-            wanted[bin] = bins[bin] * (std::abs(wanted[bin]) / there);
+            wanted[bin] = really[bin] * (std::abs(wanted[bin]) / there);
     }
 }
 
 // All spectra between the two sounds, and the rest of those at both ends.
 void SpectralJoin::addUp()
 {
-    // The squares of the windows that lie over one frame add up to this.
-    constexpr float overlap = 3.0F / 8 * stepsAWindow;
-    const float scale = 1 / (overlap * static_cast<float>(size));
     const auto stride = static_cast<std::size_t>(channels);
-
     std::fill(sum.begin(), sum.end(), 0.0F);
     std::fill(covered.begin(), covered.end(), 0.0F);
     for (std::size_t index = 0; index <= steps; ++index) {
-        const std::size_t begin = index * step;
-        for (int channel = 0; channel < channels; ++channel) {
-            const Spectrum& spectrum = between(index, channel);
-            std::copy(spectrum.begin(), spectrum.end(), bins.begin());
-            fftwf_execute(backward.get());
-            float* to = sum.data() + begin * stride + static_cast<std::size_t>(channel);
-            for (std::size_t frame = 0; frame < size; ++frame)
-                to[frame * stride] += time[frame] * window[frame] * scale;
-        }
-        for (std::size_t frame = 0; frame < size; ++frame)
-            covered[begin + frame] += window[frame] * window[frame] / overlap;
+        const std::size_t begin = index * transform.step();
+        for (int channel = 0; channel < channels; ++channel)
+            transform.add(between(index, channel), sum.data() + begin * stride + channel, stride);
+        for (std::size_t frame = 0; frame < transform.size(); ++frame)
+            covered[begin + frame] += transform.share(frame);
     }
     for (std::size_t sample = 0; sample < sum.size(); ++sample)
         sum[sample] += (1 - covered[sample / stride]) * rest[sample];
 }
 
-void SpectralJoin::analyse(const float* interleaved, std::size_t begin, int channel, Spectrum& spectrum)
+void SpectralJoin::analyse(const float* interleaved, std::size_t index, int channel, Spectrum& spectrum)
 {
     const auto stride = static_cast<std::size_t>(channels);
-    const float* from = interleaved + begin * stride + static_cast<std::size_t>(channel);
-    for (std::size_t frame = 0; frame < size; ++frame)
-        time[frame] = from[frame * stride] * window[frame];
-    fftwf_execute(forward.get());
-    std::copy(bins.begin(), bins.end(), spectrum.begin());
+    transform.analyse(interleaved + index * transform.step() * stride + channel, stride, spectrum);
 }
 
 // Each bin belongs to the nearest peak, as far as the valley on the way to the next.
 void SpectralJoin::findPeaks()
 {
-    for (std::size_t bin = 0; bin < bins.size(); ++bin) {
+    for (std::size_t bin = 0; bin < transform.bins(); ++bin) {
         cross[bin] = 0;
         power[bin] = 0;
         for (const Pair& pair : pairs) {
@@ -191,7 +158,7 @@ void SpectralJoin::turnPeaks(bool first)
 {
     const std::vector<float>& before = turn;
     std::vector<float>& now = power;  // no longer needed
-    for (std::size_t bin = 0; bin < bins.size(); ++bin) {
+    for (std::size_t bin = 0; bin < transform.bins(); ++bin) {
         const std::size_t peak = peakOf[bin];
         const float ofPeak = std::arg(cross[peak]);
         const float led = first ? ofPeak : before[peak] + shortest(ofPeak - before[peak]);
@@ -202,7 +169,7 @@ void SpectralJoin::turnPeaks(bool first)
 
 void SpectralJoin::mix(const Pair& pair, float progress, Spectrum& mixed) const
 {
-    for (std::size_t bin = 0; bin < bins.size(); ++bin) {
+    for (std::size_t bin = 0; bin < transform.bins(); ++bin) {
         const std::complex<float> leaving = pair.leaving[bin];
         const std::complex<float> coming = pair.coming[bin];
         const float strength = std::sqrt((1 - progress) * std::norm(leaving) + progress * std::norm(coming));

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "sound/editor/WindowedTransform.h"
 #include "sound/units/Frames.h"
 
 #include <complex>
-#include <memory>
+#include <cstddef>
 #include <vector>
-
-struct fftwf_plan_s;
 
 namespace sound {
 
@@ -26,9 +25,6 @@ class SpectralJoin
 public:
     /// @p channels is 1 or 2.
     SpectralJoin(SampleRate rate, int channels);
-    ~SpectralJoin();
-    SpectralJoin(const SpectralJoin&) = delete;
-    SpectralJoin& operator=(const SpectralJoin&) = delete;
 
     /// Over how many frames it leads: about a third of a second.
     static FrameCount length(SampleRate rate);
@@ -37,21 +33,13 @@ public:
     void join(const float* leaving, const float* coming, float* joined);
 
 private:
-    using Spectrum = std::vector<std::complex<float>>;
-
-    struct FreePlan
-    {
-        void operator()(fftwf_plan_s* plan) const;
-    };
-    using Plan = std::unique_ptr<fftwf_plan_s, FreePlan>;
-
     struct Pair
     {
         Spectrum leaving;
         Spectrum coming;
     };
 
-    void analyse(const float* interleaved, std::size_t begin, int channel, Spectrum& spectrum);
+    void analyse(const float* interleaved, std::size_t index, int channel, Spectrum& spectrum);
     void findPeaks();
     void turnPeaks(bool first);
     void mix(const Pair& pair, float progress, Spectrum& mixed) const;
@@ -63,18 +51,13 @@ private:
     }
 
     int channels;
-    std::size_t size;
-    std::size_t step;
-    std::vector<float> window;
-    std::vector<float> time;
-    Spectrum bins;  // of one transform, as time is
-    Plan forward;
-    Plan backward;
+    WindowedTransform transform;
     std::vector<Pair> pairs;                 // for each channel
     std::vector<std::complex<float>> cross;  // from the leaving to the coming sound, of all channels
     std::vector<float> power;
     std::vector<std::size_t> peakOf;  // for each bin
     std::vector<float> turn;          // for each bin, going on from spectrum to spectrum
+    Spectrum really;                  // what is in the sum
     std::vector<Spectrum> spectra;    // between the two, for each step and channel
     std::vector<float> sum;           // of them, interleaved
     std::vector<float> rest;          // what sounds where they do not reach
