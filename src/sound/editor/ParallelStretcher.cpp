@@ -14,8 +14,7 @@ constexpr std::int64_t mostMemory = std::int64_t{96} * 1024 * 1024;
 constexpr std::int64_t piecesWaiting = 1;  // beyond those that the workers have
 constexpr std::int64_t longestPiece = 20;  // seconds
 
-// In a join a held note turns by up to half a turn, which bends its mean pitch. A sound that is no longer than this
-// has none.
+// The best join is none: a sound that is no longer than this stays in one piece.
 constexpr std::int64_t shortestPiece = 12;  // seconds
 
 FrameCount stretched(FrameCount length, double tempo)
@@ -52,6 +51,7 @@ ParallelStretcher::ParallelStretcher(SourcePart& part, const Changes& wanted, in
     , mostUnderWay(static_cast<std::size_t>(workers + piecesWaiting))
     , reader(part, cuttingOf(part, wanted.tempo,
                              pieceLength.value > 0 ? pieceLength : fittingPiece(part, wanted.tempo, workers)))
+    , continuation(part.rate(), part.channels())
     , joint(part.rate(), part.channels())
 {
     for (int count = 0; count < workers; ++count)
@@ -116,8 +116,10 @@ bool ParallelStretcher::fetch()
     ready = std::move(piece.mapped().frames);
     given = 0;
     ended = piece.mapped().last;
-    if (!leaving.empty())
+    if (!leaving.empty()) {
+        continuation.carryOn(leaving.data(), ready);
         joint.join(leaving.data(), ready.data(), ready.data());
+    }
     if (!ended) {
         const auto overlap = static_cast<std::ptrdiff_t>(common.value * source.channels());
         leaving.assign(ready.end() - overlap, ready.end());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sound/dsp/Changes.h"
+#include "sound/editor/PhaseContinuation.h"
 #include "sound/editor/PieceReader.h"
 #include "sound/editor/SourcePart.h"
 #include "sound/editor/SpectralJoin.h"
@@ -72,6 +73,7 @@ private:
     std::atomic<bool> stopped = false;
     std::atomic<std::int64_t> framesRendered = 0;  // those that two pieces have in common twice
 
+    PhaseContinuation continuation;
     SpectralJoin joint;
     std::vector<float> ready;    // joined to what came before
     std::size_t given = 0;       // samples of it
