@@ -1,7 +1,5 @@
 #include "app/FakePlayerEngine.h"
 
-#include "app/FakeRecorderEngine.h"
-
 #include <algorithm>
 
 // Levels of loud music, for the eye.
@@ -92,24 +90,4 @@ int FakePlayerEngine::GetDuration(short) const
 int FakePlayerEngine::GetPlayerStatus(short player) const
 {
     return status == Playing && !looping && GetPosition(player) == duration ? Stopped : status;
-}
-
-std::unique_ptr<PlayerEngine> FakeEngineSet::createPlayer()
-{
-    return std::make_unique<FakePlayerEngine>();
-}
-
-std::unique_ptr<EditorEngine> FakeEngineSet::createEditor()
-{
-    return nullptr;
-}
-
-std::unique_ptr<RecorderEngine> FakeEngineSet::createRecorder()
-{
-    return std::make_unique<FakeRecorderEngine>();
-}
-
-std::unique_ptr<OutputMixer> FakeEngineSet::createOutputMixer()
-{
-    return std::make_unique<FakeOutputMixer>();
 }

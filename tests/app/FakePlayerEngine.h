@@ -1,10 +1,6 @@
 #pragma once
 
-#include "engines/EditorEngine.h"
-#include "engines/EngineSet.h"
-#include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
-#include "engines/RecorderEngine.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -60,22 +56,4 @@ private:
     bool looping = false;
     QElapsedTimer sinceStart;
     QTimer metering;
-};
-
-/// Speakers at full volume.
-class FakeOutputMixer : public OutputMixer
-{
-public:
-    int mixerOpen() override { return 0; }
-    bool mixerGetLineControls() override { return true; }
-    int mixerGetControlDetails() override { return 65535; }
-};
-
-class FakeEngineSet : public EngineSet
-{
-public:
-    std::unique_ptr<PlayerEngine> createPlayer() override;
-    std::unique_ptr<EditorEngine> createEditor() override;
-    std::unique_ptr<RecorderEngine> createRecorder() override;
-    std::unique_ptr<OutputMixer> createOutputMixer() override;
 };

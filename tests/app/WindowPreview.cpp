@@ -1,4 +1,4 @@
-#include "app/FakePlayerEngine.h"
+#include "app/FakeEngineSet.h"
 #include "app/frmMain.h"
 #include "support/DesktopShell.h"
 #include "support/IconTheme.h"

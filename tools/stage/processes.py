@@ -5,10 +5,7 @@ import signal
 import subprocess
 import time
 
-# Urgencies, as real-time priorities. The sound server goes before the program, as on a desktop: with the same urgency it
-# would have to wait while the program paints.
-SOUND = 20
-PROGRAM = 5
+URGENT = 20  # as a real-time priority: the sound server has to be above what sounds through it
 
 
 class Impatient(Exception):
@@ -34,10 +31,11 @@ class Processes:
         self._logs = logs
         self._running = []
 
-    def start(self, name, arguments, environment, urgency=0, **options):
-        """An urgent process goes before others where the machine allows it, as sound does on a desktop."""
-        if urgency:
-            options["preexec_fn"] = lambda: _go_before_others(urgency)
+    def start(self, name, arguments, environment, urgent=False, **options):
+        """An urgent process goes before others where the machine allows it, as the sound server does on a desktop. The
+        program itself is an ordinary one there: its sound has to come before others by itself."""
+        if urgent:
+            options["preexec_fn"] = _go_before_others
         with open(os.path.join(self._logs, name + ".log"), "ab") as log:
             process = subprocess.Popen(arguments, env=environment, stdin=subprocess.DEVNULL, stderr=log,
                                        stdout=options.pop("stdout", log), start_new_session=True, **options)
@@ -69,9 +67,9 @@ def _signal_group(group, kind):
         pass
 
 
-def _go_before_others(urgency):
+def _go_before_others():
     try:
-        os.sched_setscheduler(0, os.SCHED_RR, os.sched_param(urgency))
+        os.sched_setscheduler(0, os.SCHED_RR, os.sched_param(URGENT))
     except PermissionError:
         pass
 

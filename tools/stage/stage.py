@@ -5,7 +5,7 @@ import shutil
 import subprocess
 import tempfile
 
-from processes import SOUND, Processes, wait_until
+from processes import Processes, wait_until
 
 RATE = 44100
 FRAME_BYTES = 2 * 4  # two channels of 32-bit floats
@@ -106,7 +106,7 @@ class Stage:
                      "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
                      "-L", f"module-null-sink sink_name=speakers rate={RATE} format=float32le norewinds=1 "
                      "sink_properties=device.description=Speakers"]
-        self.sound_server = self.processes.start("sound", arguments, self.environment, urgency=SOUND)
+        self.sound_server = self.processes.start("sound", arguments, self.environment, urgent=True)
         wait_until(lambda: "speakers" in self.run("pactl", "list", "short", "sinks", check=False), "the sound server")
 
     def kill_sound_server(self):
@@ -130,7 +130,7 @@ class Recording:
         with open(self._raw, "wb") as raw:
             arguments = ["parec", "--device=speakers.monitor", f"--rate={RATE}", "--channels=2",
                          "--format=float32le", "--raw", "--latency-msec=20"]
-            self._process = stage.processes.start("recording", arguments, stage.environment, urgency=SOUND,
+            self._process = stage.processes.start("recording", arguments, stage.environment, urgent=True,
                                                      stdout=raw)
         wait_until(lambda: self.seconds() > 0, "the recording to begin")
 

@@ -19,7 +19,8 @@ constexpr auto fadeTime = 5ms;
 // little late and by some frames less exactly, and is started anew when the slider has come to rest.
 constexpr auto restartInterval = 150ms;
 
-// How long a stretcher's start is rested from: as long as it may take, so that starts in a row leave half of the time.
+// How long a stretcher's start is rested from: as long as it may take, so that starts in a row leave half of the
+// time.
 constexpr auto restAfterStart = 30ms;
 
 // More than any stretcher and resampler look ahead of the frame that is heard, for each kilohertz of the rate.
@@ -206,7 +207,8 @@ void Renderer::renderLeaving(float* stereo)
 // Goes over to the idle path, started at @p first. To start a stretcher takes longer than a block may where the
 // output's buffer is short, so half of it is done one block ahead, while the running path sounds on. When something
 // else is wanted meanwhile, that is begun instead; the second time it is started in one go, so that a change in
-// each block is heard all the same. Starts that follow each other without a rest would take more time than there is.
+// each block is heard all the same. Starts that follow each other without a rest would take more time than there
+// is.
 void Renderer::renderRestart(FramePosition first, float* stereo)
 {
     LoadedSound& sound = *current.sound;

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/FakePlayerEngine.h"
+#include "app/FakeRecorderEngine.h"
+#include "engines/EditorEngine.h"
+#include "engines/EngineSet.h"
+#include "engines/OutputMixer.h"
+
+#include <memory>
+
+/// Speakers at full volume.
+class FakeOutputMixer : public OutputMixer
+{
+public:
+    int mixerOpen() override { return 0; }
+    bool mixerGetLineControls() override { return true; }
+    int mixerGetControlDetails() override { return 65535; }
+};
+
+/// Engines without sound: for looking at the windows.
+class FakeEngineSet : public EngineSet
+{
+public:
+    std::unique_ptr<PlayerEngine> createPlayer() override { return std::make_unique<FakePlayerEngine>(); }
+    std::unique_ptr<EditorEngine> createEditor() override { return nullptr; }
+    std::unique_ptr<RecorderEngine> createRecorder() override { return std::make_unique<FakeRecorderEngine>(); }
+    std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<FakeOutputMixer>(); }
+};
