@@ -1,7 +1,9 @@
 #include "sound/device/PulseSources.h"
 
+#include "sound/device/CaptureRing.h"
 #include "sound/device/PrivatePulse.h"
 #include "sound/device/SilentServer.h"
+#include "sound/device/Wakeup.h"
 
 #include <gmock/gmock.h>
 
@@ -140,6 +142,19 @@ TEST_F(PulseSourcesTest, AKeyThatNamesNothingIsAnsweredAndChangesNothing)
     EXPECT_EQ(sources->device(mic).key, mic);
 }
 
+TEST_F(PulseSourcesTest, WhatIsNotThereCannotBeCaptured)
+{
+    CaptureRing ring{{48000}};
+    Wakeup reader;
+    const CaptureDevice gone{"gone", "Gone", rate, 100, {{{}, "Gone"}}, 0};
+    const Clock::time_point begun = Clock::now();
+    EXPECT_EQ(sources->capture(gone, ring, reader), nullptr);
+    startServer();
+    EXPECT_EQ(sources->capture(gone, ring, reader), nullptr);
+    EXPECT_LT(Clock::now() - begun, patient / 2);
+    EXPECT_NE(sources->capture(sources->device(mic), ring, reader), nullptr);
+}
+
 TEST_F(PulseSourcesTest, WithoutAServerTheAnswersAreEmptyAtOnceAndItIsAskedAsSoonAsItIsThere)
 {
     const Clock::time_point begun = Clock::now();
@@ -208,6 +223,18 @@ TEST(SilentPulseSourcesTest, AServerThatNeverAnswersIsWaitedForOnceAndNotWithEac
     EXPECT_LT(taken, 10s);
     // Not asked again for a second, however long this machine took for all that.
     EXPECT_LE(server.end(), 1U + static_cast<std::size_t>(taken / 1s));
+}
+
+TEST(SilentPulseSourcesTest, ACaptureThatTheServerNeverAnswersIsGivenUp)
+{
+    SilentServer server;
+    ASSERT_TRUE(server.works);
+    CaptureRing ring{{48000}};
+    Wakeup reader;
+    PulseSources sources;
+    const Clock::time_point begun = Clock::now();
+    EXPECT_EQ(sources.capture({mic, mic, rate, 100, {{{}, mic}}, 0}, ring, reader), nullptr);
+    EXPECT_LT(Clock::now() - begun, 10s);
 }
 
 }  // namespace
