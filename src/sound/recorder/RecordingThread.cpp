@@ -119,7 +119,10 @@ void RecordingThread::answer()
 {
     {
         const std::lock_guard lock(mutex);
-        answered = untold.empty();
+        if (untold.empty() && !answered) {
+            answered = true;
+            tasksOfAnswer = tasks.size();
+        }
     }
     news.notify();
 }
@@ -129,16 +132,21 @@ Peaks RecordingThread::takePeaks()
     return {leftPeak.exchange(0, std::memory_order_relaxed), rightPeak.exchange(0, std::memory_order_relaxed)};
 }
 
+// What was asked for before the answer is a part of it, and is done at the place that is held; the rest comes
+// behind the last frame.
 void RecordingThread::run()
 {
     while (!ending.load()) {
         sleep();
         news.clear();
-        std::vector<Task> wanted = takeTasks();
-        if (!wanted.empty() && !holding)
-            drain();
-        for (const Task& task : wanted)
-            task(chain);
+        const Asked asked = takeAsked();
+        const std::size_t held = !holding ? 0 : asked.answered ? asked.ofAnswer : asked.tasks.size();
+        for (std::size_t number = 0; number < asked.tasks.size(); ++number) {
+            if (number == held)
+                drain();
+            asked.tasks[number](chain);
+        }
+        holding = holding && !asked.answered;
         takeCaptured();
     }
     chain.end();
@@ -152,18 +160,15 @@ void RecordingThread::sleep()
     poll(&watched, 1, longest);
 }
 
-std::vector<RecordingThread::Task> RecordingThread::takeTasks()
+RecordingThread::Asked RecordingThread::takeAsked()
 {
     const std::lock_guard lock(mutex);
-    return std::exchange(tasks, {});
+    return {std::exchange(tasks, {}), answered, std::exchange(tasksOfAnswer, 0)};
 }
 
 void RecordingThread::takeCaptured()
 {
-    if (holding) {
-        const std::lock_guard lock(mutex);
-        holding = !answered && Clock::now() - heldSince < longestHold;
-    }
+    holding = holding && Clock::now() - heldSince < longestHold;
     while (!holding && take().has_value()) {
     }
 }

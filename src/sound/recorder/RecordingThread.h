@@ -77,13 +77,21 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    /// What has been asked for, and whether what was told last is answered: the first tasks are then of the answer.
+    struct Asked
+    {
+        std::vector<Task> tasks;
+        bool answered;
+        std::size_t ofAnswer;
+    };
+
     void changeAndWait(const Task& task);
     void tell(Event event);
 
     // The thread's own.
     void run();
     void sleep();
-    std::vector<Task> takeTasks();
+    Asked takeAsked();
     void takeCaptured();
     void drain();
     std::optional<FrameCount> take();
@@ -96,6 +104,7 @@ private:
     std::vector<Task> tasks;
     std::vector<Event> untold;
     bool answered = false;
+    std::size_t tasksOfAnswer = 0;
     std::atomic<bool> ending = false;
     std::atomic<float> leftPeak = 0;
     std::atomic<float> rightPeak = 0;

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <algorithm>
+#include <future>
 #include <vector>
 
 using namespace sound;
@@ -133,6 +134,28 @@ TEST_F(RecordingThreadTest, AnAnswerToAPauseCutsJustBehindIt)
     for (int number = 0; number < 8; ++number)
         wanted = wanted + piece + pause;
     expectSame(all, wanted, 2, rate);
+}
+
+TEST_F(RecordingThreadTest, WhatIsAskedForRightAfterAnAnswerStillComesBehindTheLastFrame)
+{
+    watchLevel(1000ms);
+    thread.begin(path(0), wav);
+    settle();
+    capture(stretch(300, 9000));
+    EXPECT_EQ(nextEvents(), std::vector{Event::Sound});
+    thread.answer();
+    capture(stretch(1500, 0));
+    EXPECT_EQ(nextEvents(), std::vector{Event::Silence});
+    // The thread finds the answer and what follows it at once.
+    std::promise<void> busy;
+    thread.change([until = busy.get_future().share()](RecordingChain&) { until.wait(); });
+    thread.goOn(path(1), wav);
+    thread.answer();
+    thread.change([](RecordingChain& chain) { chain.end(); });
+    busy.set_value();
+    settle();
+    EXPECT_EQ(recorded(0).size() / 2, 1300U * 48);
+    EXPECT_EQ(recorded(1).size() / 2, 500U * 48);
 }
 
 TEST_F(RecordingThreadTest, ABusyMainThreadIsNotWaitedForLongerThanAMoment)
