@@ -36,7 +36,7 @@ struct KeepAwake::Keeper
         return message;
     }
 
-    void letSleep(QDBusConnection bus, uint cookie) const
+    void letSleep(const QDBusConnection& bus, uint cookie) const
     {
         QDBusMessage message = call(release);
         message << cookie;
