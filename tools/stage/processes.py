@@ -35,13 +35,17 @@ class Processes:
         """An urgent process goes before others where the machine allows it, as the sound server does on a desktop. The
         program itself is an ordinary one there: its sound has to come before others by itself."""
         if urgent:
-            options["preexec_fn"] = _go_before_others
+            options["preexec_fn"] = lambda: _make_urgent(0)
         with open(os.path.join(self._logs, name + ".log"), "ab") as log:
             process = subprocess.Popen(arguments, env=environment, stdin=subprocess.DEVNULL, stderr=log,
                                        stdout=options.pop("stdout", log), start_new_session=True, **options)
         process.name = name
         self._running.append(process)
         return process
+
+    def hurry(self, process):
+        """Makes it urgent now: some take back at their start what they were started with."""
+        _make_urgent(process.pid)
 
     def end(self, process, kind=signal.SIGTERM):
         """Ends a process and what it started. One that does not heed the signal is killed."""
@@ -67,9 +71,9 @@ def _signal_group(group, kind):
         pass
 
 
-def _go_before_others():
+def _make_urgent(process):
     try:
-        os.sched_setscheduler(0, os.SCHED_RR, os.sched_param(URGENT))
+        os.sched_setscheduler(process, os.SCHED_RR, os.sched_param(URGENT))
     except PermissionError:
         pass
 

@@ -102,12 +102,13 @@ class Stage:
 
     def start_sound_server(self):
         arguments = ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm=yes",
-                     "--use-pid-file=no", "--realtime=no",
+                     "--use-pid-file=no",
                      "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
                      "-L", f"module-null-sink sink_name=speakers rate={RATE} format=float32le norewinds=1 "
                      "sink_properties=device.description=Speakers"]
-        self.sound_server = self.processes.start("sound", arguments, self.environment, urgent=True)
+        self.sound_server = self.processes.start("sound", arguments, self.environment)
         wait_until(lambda: "speakers" in self.run("pactl", "list", "short", "sinks", check=False), "the sound server")
+        self.processes.hurry(self.sound_server)
 
     def kill_sound_server(self):
         self.processes.end(self.sound_server)

@@ -12,12 +12,13 @@ struct KeepAwake::Keeper
 {
     const char* service;
     const char* path;
+    const char* interface;
     const char* release;
     bool isSessionManager;
 
     QDBusMessage call(const char* method) const
     {
-        QDBusMessage message = QDBusMessage::createMethodCall(service, path, service, method);
+        QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
         message.setAutoStartService(false);
         return message;
     }
@@ -47,8 +48,9 @@ struct KeepAwake::Keeper
 };
 
 const KeepAwake::Keeper KeepAwake::Keeper::all[] = {
-    {"org.freedesktop.PowerManagement.Inhibit", "/org/freedesktop/PowerManagement/Inhibit", "UnInhibit", false},
-    {"org.gnome.SessionManager", "/org/gnome/SessionManager", "Uninhibit", true},
+    {"org.freedesktop.PowerManagement", "/org/freedesktop/PowerManagement/Inhibit",
+     "org.freedesktop.PowerManagement.Inhibit", "UnInhibit", false},
+    {"org.gnome.SessionManager", "/org/gnome/SessionManager", "org.gnome.SessionManager", "Uninhibit", true},
 };
 
 KeepAwake::KeepAwake(const QDBusConnection& sessionBus)

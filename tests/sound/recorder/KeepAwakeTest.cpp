@@ -91,7 +91,7 @@ private:
     QDBusConnection bus;
 };
 
-const QString powerManager = "org.freedesktop.PowerManagement.Inhibit";
+const QString powerManager = "org.freedesktop.PowerManagement";
 const QString powerManagerPath = "/org/freedesktop/PowerManagement/Inhibit";
 const QString sessionManager = "org.gnome.SessionManager";
 const QString sessionManagerPath = "/org/gnome/SessionManager";
@@ -142,8 +142,8 @@ TEST_F(KeepAwakeTest, ThePowerManagerIsAskedOnceAndGivenItsPromiseBack)
     keepAwake->keep(false);
     ASSERT_TRUE(eventually([&] { return power.calls.size() == 4; }));
     EXPECT_EQ(power.last.arguments(), QVariantList{78U});
-    EXPECT_EQ(power.calls, (QStringList{powerManager + ".Inhibit", powerManager + ".UnInhibit",
-                                        powerManager + ".Inhibit", powerManager + ".UnInhibit"}));
+    EXPECT_EQ(power.calls, (QStringList{powerManager + ".Inhibit.Inhibit", powerManager + ".Inhibit.UnInhibit",
+                                        powerManager + ".Inhibit.Inhibit", powerManager + ".Inhibit.UnInhibit"}));
     EXPECT_TRUE(session.calls.isEmpty());
 }
 
@@ -185,7 +185,7 @@ TEST_F(KeepAwakeTest, APromiseThatIsWantedAgainWhenItComesIsKept)
     keepAwake->keep(true);
     keepAwake.reset();
     ASSERT_TRUE(eventually([&] { return power.calls.size() >= 2; }));
-    EXPECT_EQ(power.calls, (QStringList{powerManager + ".Inhibit", powerManager + ".UnInhibit"}));
+    EXPECT_EQ(power.calls, (QStringList{powerManager + ".Inhibit.Inhibit", powerManager + ".Inhibit.UnInhibit"}));
 }
 
 TEST_F(KeepAwakeTest, ItsEndGivesThePromiseBack)
