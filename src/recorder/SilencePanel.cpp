@@ -8,6 +8,8 @@
 #include "ui_SilencePanel.h"
 
 #include <QFile>
+#include <QSignalBlocker>
+#include <utility>
 
 namespace {
 
@@ -19,8 +21,6 @@ constexpr int noPause = 0;
 
 }  // namespace
 
-// An option is selected again by a click on it: that is how the user takes back what the buttons of the pause
-// wrote.
 SilencePanel::SilencePanel(RecorderEngine& Recorder, RecordingSession& session, const RecordingNames& names,
                            SettingsStore& settings, QWidget* parent)
     : QWidget(parent)
@@ -32,17 +32,32 @@ SilencePanel::SilencePanel(RecorderEngine& Recorder, RecordingSession& session, 
 {
     ui->setupUi(this);
     connect(ui->chkSilenceActions, &QCheckBox::toggled, this, &SilencePanel::chkSilenceActions_Click);
-    connect(ui->optRemoveSilence, &QRadioButton::clicked, this, &SilencePanel::optRemoveSilence_Click);
-    connect(ui->optSplitOnSilence, &QRadioButton::clicked, this, &SilencePanel::optSplitOnSilence_Click);
+    connectOption(*ui->optRemoveSilence, &SilencePanel::optRemoveSilence_Click);
+    connectOption(*ui->optSplitOnSilence, &SilencePanel::optSplitOnSilence_Click);
     connect(ui->cmdSilenceTimeUp, &QToolButton::clicked, this, &SilencePanel::cmdSilenceTimeUp_Click);
     connect(ui->cmdSilenceTimeDown, &QToolButton::clicked, this, &SilencePanel::cmdSilenceTimeDown_Click);
     connect(ui->sldDetectionLevel, &Slider::Change, this, &SilencePanel::sldDetectionLevel_Change);
-    connect(ui->cmdDetect, &QToolButton::clicked, this, &SilencePanel::cmdDetect_Click);
+    connect(ui->cmdDetect, &QToolButton::toggled, this, &SilencePanel::cmdDetect_Click);
     connect(&Recorder, &RecorderEngine::SilenceDetected, this, &SilencePanel::Recorder_SilenceDetected);
     connect(&Recorder, &RecorderEngine::SoundDetected, this, &SilencePanel::Recorder_SoundDetected);
 }
 
 SilencePanel::~SilencePanel() = default;
+
+// An option is selected again by a click on it, which toggles nothing: that is how the user takes back what the
+// buttons of the pause wrote. A screen reader toggles without a click.
+void SilencePanel::connectOption(QRadioButton& option, void (SilencePanel::*select)())
+{
+    connect(&option, &QRadioButton::toggled, this, [this, select](bool selected) {
+        if (selected)
+            (this->*select)();
+    });
+    connect(&option, &QRadioButton::pressed, this, [this, &option] { pressedAgain = option.isChecked(); });
+    connect(&option, &QRadioButton::clicked, this, [this, select] {
+        if (std::exchange(pressedAgain, false))
+            (this->*select)();
+    });
+}
 
 void SilencePanel::readDetectionValue()
 {
@@ -154,6 +169,7 @@ void SilencePanel::Recorder_SoundDetected()
 {
     if (ui->cmdDetect->isChecked()) {
         Recorder.EnableSilenceDetection(false);
+        const QSignalBlocker isNotTheUsersRelease(ui->cmdDetect);
         ui->cmdDetect->setChecked(false);
         ui->chkSilenceActions->setEnabled(true);
         session.cmdRecord_Click();

@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <memory>
 
+class QRadioButton;
 class RecorderEngine;
 class RecordingNames;
 class RecordingSession;
@@ -40,6 +41,7 @@ private:
     void Recorder_SilenceDetected();
     void Recorder_SoundDetected();
 
+    void connectOption(QRadioButton& option, void (SilencePanel::*select)());
     bool removesSilence() const;
     bool splitsOnSilence() const;
     void startWaiting();
@@ -53,6 +55,8 @@ private:
     const RecordingNames& names;
     SettingsStore& settings;
     const std::unique_ptr<Ui::SilencePanel> ui;
+
+    bool pressedAgain = false;
 
     /// What the last wait for a signal was recorded to.
     QString detectionFile;

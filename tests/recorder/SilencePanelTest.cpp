@@ -1,5 +1,7 @@
 #include "recorder/SilencePanelTest.h"
 
+#include <QAccessible>
+
 using ::testing::_;
 using ::testing::InSequence;
 
@@ -108,6 +110,15 @@ TEST_F(SilenceOptions, WriteEachSelectionOfAnOption)
     }
     click(panel, "optRemoveSilence");
     click(panel, "optSplitOnSilence");
+}
+
+TEST_F(SilenceOptions, AreSelectedByAScreenReaderToo)
+{
+    use();
+    expectWatch(3000, 0);
+    QAccessible::queryAccessibleInterface(&control<QWidget>(panel, "optRemoveSilence"))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::toggleAction());
 }
 
 TEST_F(SilenceOptions, SplitAtPausesOfOneToNineSeconds)
