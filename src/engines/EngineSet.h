@@ -6,6 +6,8 @@ class EditorEngine;
 class OutputMixer;
 class PlayerEngine;
 class RecorderEngine;
+class VocalRemoverEngine;
+class VocalRemoverExtendedEngine;
 
 /// Makes the engines that windows ask for. Each window owns what it asked for: engines end with their windows.
 class EngineSet
@@ -20,6 +22,10 @@ public:
 
     /// Null where this build has no recorder, as with the editor.
     virtual std::unique_ptr<RecorderEngine> createRecorder() = 0;
+
+    /// Null where this build has no vocal remover, as with the editor: it has both of them or none.
+    virtual std::unique_ptr<VocalRemoverEngine> createVocalRemover() = 0;
+    virtual std::unique_ptr<VocalRemoverExtendedEngine> createVocalRemoverExtended() = 0;
 
     virtual std::unique_ptr<OutputMixer> createOutputMixer() = 0;
 };

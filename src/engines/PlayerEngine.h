@@ -137,7 +137,8 @@ public:
     virtual int SaveEqualizerFile(short player, const QString& path) = 0;
 
     /// Starts writing the stretch of the sound, unchanged by any setting, to a RIFF WAVE file that appears whole or
-    /// not at all. An @p end of -1 is the end of the sound. ConversionPercent and ConversionDone follow.
+    /// not at all. An @p end of -1 is the end of the sound. ConversionPercent and ConversionDone follow; a loading
+    /// that is still being reported is no longer, so that the next ConversionDone is the export's.
     virtual int ExportSoundRange(short player, const QString& path, int begin, const int& end) = 0;
 
     /// Why the last operation failed, 0 where it did not.

@@ -5,6 +5,7 @@
 #include "engines/EditorEngine.h"
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
+#include "engines/VocalRemoverEngine.h"
 
 #include <memory>
 
@@ -24,5 +25,7 @@ public:
     std::unique_ptr<PlayerEngine> createPlayer() override { return std::make_unique<FakePlayerEngine>(); }
     std::unique_ptr<EditorEngine> createEditor() override { return nullptr; }
     std::unique_ptr<RecorderEngine> createRecorder() override { return std::make_unique<FakeRecorderEngine>(); }
+    std::unique_ptr<VocalRemoverEngine> createVocalRemover() override { return nullptr; }
+    std::unique_ptr<VocalRemoverExtendedEngine> createVocalRemoverExtended() override { return nullptr; }
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<FakeOutputMixer>(); }
 };

@@ -5,6 +5,7 @@
 #include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
 #include "engines/RecorderEngine.h"
+#include "engines/VocalRemoverEngine.h"
 
 #include <gmock/gmock.h>
 
@@ -14,5 +15,7 @@ public:
     MOCK_METHOD(std::unique_ptr<PlayerEngine>, createPlayer, (), (override));
     MOCK_METHOD(std::unique_ptr<EditorEngine>, createEditor, (), (override));
     MOCK_METHOD(std::unique_ptr<RecorderEngine>, createRecorder, (), (override));
+    MOCK_METHOD(std::unique_ptr<VocalRemoverEngine>, createVocalRemover, (), (override));
+    MOCK_METHOD(std::unique_ptr<VocalRemoverExtendedEngine>, createVocalRemoverExtended, (), (override));
     MOCK_METHOD(std::unique_ptr<OutputMixer>, createOutputMixer, (), (override));
 };

@@ -1,5 +1,6 @@
 #include "sound/engines/SoundEngines.h"
 
+#include "engines/VocalRemoverEngine.h"
 #include "sound/device/PulseMixer.h"
 #include "sound/device/PulseSources.h"
 #include "sound/device/SystemOutput.h"
@@ -37,6 +38,10 @@ public:
                                                                    makeBarMeters(), makeOutput,
                                                                    [this](bool awake) { keepAwake(awake); }});
     }
+
+    std::unique_ptr<VocalRemoverEngine> createVocalRemover() override { return nullptr; }
+
+    std::unique_ptr<VocalRemoverExtendedEngine> createVocalRemoverExtended() override { return nullptr; }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
 

@@ -398,6 +398,7 @@ int SoundPlayerEngine::ExportSoundRange(short player, const QString& path, int b
         end == -1 ? soundEnd : std::clamp(frameAt(Milliseconds{end}, rate), FramePosition{0}, soundEnd);
     if (last <= first)
         return fail(EngineError::InvalidPosition);
+    slot->reportsDecoding = false;
     slot->exportedPercent = -1;
     slot->rangeExport = std::make_unique<RangeExport>(slot->sound, first, last, path);
     watch();

@@ -277,6 +277,21 @@ TEST_F(SoundPlayerEngineTest, LoadSoundForExportTellsPercentAndDone)
     EXPECT_NE(engine.LoadSoundForExport(0, "/no/such/file.mp3"), 0);
 }
 
+TEST_F(SoundPlayerEngineTest, AnExportOfASoundThatIsStillLoadingIsDoneWhenItsFileIsThere)
+{
+    init();
+    const QString target = files.path("out.wav");
+    std::vector<bool> there;
+    QObject::connect(&engine, &PlayerEngine::ConversionDone,
+                     [&](short, int) { there.push_back(QFileInfo::exists(target)); });
+    ASSERT_EQ(engine.LoadSoundForExport(0, sineFile("a.wav", 120)), 0);
+    const int end = -1;
+    ASSERT_EQ(engine.ExportSoundRange(0, target, 0, end), 0);
+    ASSERT_TRUE(eventually([&] { return !there.empty(); }));
+    EXPECT_THAT(there, ElementsAre(true));
+    EXPECT_THAT(events, ElementsAre("done 0"));
+}
+
 TEST_F(SoundPlayerEngineTest, ExportSoundRangeWritesTheStretchToTheFrame)
 {
     init();

@@ -1,0 +1,4 @@
+#include "engines/VocalRemoverEngine.h"
+
+VocalRemoverEngine::~VocalRemoverEngine() = default;
+VocalRemoverExtendedEngine::~VocalRemoverExtendedEngine() = default;
