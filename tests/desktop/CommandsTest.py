@@ -163,11 +163,16 @@ class CommandsTest(DesktopTest):
         self.player.press("Right")
         self.assert_sliders(**{GRADUAL: 2, TEMPO: 10})
 
+    def page_opened(self):
+        if not os.path.exists(self.opened):
+            return ""
+        with open(self.opened) as opened:
+            return opened.read()
+
     def test_the_manual_opens_by_f1(self):
         self.player.press("F1")
-        wait_until(lambda: os.path.exists(self.opened), "a page to be opened")
-        with open(self.opened) as opened:
-            self.assertEqual(opened.read().strip(), "file://" + os.path.join(BUILD, "manual", "index.html"))
+        wait_until(lambda: self.page_opened().endswith("\n"), "a page to be opened")
+        self.assertEqual(self.page_opened().strip(), "file://" + os.path.join(BUILD, "manual", "index.html"))
 
     def test_the_window_closes_by_its_menu(self):
         self.player.press("alt+f", "e")
