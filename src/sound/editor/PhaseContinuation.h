@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sound/editor/WindowedTransform.h"
+#include "sound/dsp/WindowedTransform.h"
 #include "sound/units/Frames.h"
 
 #include <array>
@@ -18,7 +18,7 @@ namespace sound {
 /// all of its partials stand as they were rendered. What is no steady partial, and all treble, stays as it is, to
 /// the bit.
 ///
-/// **Threads.** One at a time; the constructor and destructor not at the same time as another one's.
+/// **Threads.** One at a time.
 class PhaseContinuation
 {
 public:

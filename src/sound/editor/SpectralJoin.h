@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sound/editor/WindowedTransform.h"
+#include "sound/dsp/WindowedTransform.h"
 #include "sound/units/Frames.h"
 
 #include <complex>
@@ -19,7 +19,7 @@ namespace sound {
 ///
 /// At its beginning the result is the leaving sound, at its end the coming one, to the last bits of a float.
 ///
-/// **Threads.** One at a time; the constructor and destructor not at the same time as another one's.
+/// **Threads.** One at a time.
 class SpectralJoin
 {
 public:

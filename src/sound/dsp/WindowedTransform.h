@@ -1,33 +1,27 @@
 #pragma once
 
-#include <complex>
+#include "sound/dsp/RealTransform.h"
+
 #include <cstddef>
-#include <memory>
 #include <vector>
 
-struct fftwf_plan_s;
-
 namespace sound {
-
-using Spectrum = std::vector<std::complex<float>>;
 
 /// Takes short stretches of a sound apart into spectra and puts them together again, under a window both times.
 /// Spectra that are taken step() apart, and put back where they were, add up to the sound.
 ///
-/// **Threads.** One at a time; the constructor and destructor not at the same time as another one's.
+/// **Threads.** Each is used by one thread at a time; they are made and destroyed by any.
 class WindowedTransform
 {
 public:
-    /// @p windowSize in frames, a power of two from 16.
-    explicit WindowedTransform(std::size_t windowSize);
-    ~WindowedTransform();
-    WindowedTransform(const WindowedTransform&) = delete;
-    WindowedTransform& operator=(const WindowedTransform&) = delete;
-
     static constexpr std::size_t stepsAWindow = 8;
+
+    /// @p windowSize in frames, a power of two from 16; @p steps, at least 4, go to one window.
+    explicit WindowedTransform(std::size_t windowSize, std::size_t steps = stepsAWindow);
+
     std::size_t size() const { return window.size(); }
-    std::size_t step() const { return window.size() / stepsAWindow; }
-    std::size_t bins() const { return window.size() / 2 + 1; }
+    std::size_t step() const { return window.size() / steps; }
+    std::size_t bins() const { return transform.bins(); }
 
     /// Of size() samples, each @p stride behind the last; @p spectrum holds bins().
     void analyse(const float* first, std::size_t stride, Spectrum& spectrum);
@@ -39,20 +33,10 @@ public:
     float share(std::size_t frame) const { return window[frame] * window[frame] / overlap; }
 
 private:
-    struct FreePlan
-    {
-        void operator()(fftwf_plan_s* plan) const;
-    };
-    using Plan = std::unique_ptr<fftwf_plan_s, FreePlan>;
-
-    // The squares of the windows that lie over one frame add up to this.
-    static constexpr float overlap = 3.0F / 8 * stepsAWindow;
-
+    std::size_t steps;
+    float overlap;  // what the squares of the windows that lie over one frame add up to
     std::vector<float> window;
-    std::vector<float> time;
-    Spectrum frequencies;
-    Plan forward;
-    Plan backward;
+    RealTransform transform;
 };
 
 }  // namespace sound
