@@ -1,0 +1,65 @@
+#include "vocalremover/pictures/DisplayPanel.h"
+
+#include "vocalremover/pictures/PictureColours.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace {
+
+constexpr int border = 6;
+constexpr double roundness = 3;
+
+}  // namespace
+
+DisplayPanel::DisplayPanel(QWidget* parent)
+    : QWidget(parent)
+{
+    setFocusPolicy(Qt::NoFocus);
+}
+
+QSize DisplayPanel::sizeHint() const
+{
+    return pictureSize().grownBy({border, border, border, border});
+}
+
+QSize DisplayPanel::minimumSizeHint() const
+{
+    return (pictureSize() / 2).grownBy({border, border, border, border});
+}
+
+QRect DisplayPanel::roomOfPicture() const
+{
+    const QRect inside = rect().adjusted(border, border, -border, -border);
+    if (inside.isEmpty())
+        return {};
+    QRect room({}, pictureSize().scaled(inside.size(), Qt::KeepAspectRatio).expandedTo({1, 1}));
+    room.moveCenter(inside.center());
+    return room;
+}
+
+void DisplayPanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange ||
+        event->type() == QEvent::StyleChange) {
+        takeColours(PictureColours(palette()));
+        update();
+    }
+}
+
+void DisplayPanel::paintEvent(QPaintEvent*)
+{
+    const PictureColours colours(palette());
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(colours.line);
+    painter.setBrush(colours.ground);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), roundness, roundness);
+}
+
+void DisplayPanel::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    placePicture();
+}
