@@ -3,7 +3,6 @@
 #include <QImage>
 #include <QRect>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 
@@ -59,62 +58,61 @@ struct Stretch
     int length() const { return end - first; }
 };
 
-/// The four pixels of the picture round a place, in the order of their weights.
-struct Neighbours
-{
-    std::array<QRgb, 4> colours;
-    std::array<Decimal4, 4> weights;
-};
-
-/// Draws pixel by pixel what the surface shows: the picture over what was there.
-class Blend
-{
-public:
-    Blend(QRgb transparent, Decimal4 opacity)
-        : transparent(transparent)
-        , opacity(std::clamp(opacity, -largestOpacity, largestOpacity))
-    {
-    }
-
-    QRgb operator()(const Neighbours& near, QRgb background) const
-    {
-        std::array<Decimal4, 4> alphas;
-        for (size_t i = 0; i < alphas.size(); ++i)
-            alphas[i] = colourOf(near.colours[i]) != transparent ? opacity : Decimal4();
-
-        const auto channel = [&](int shift) {
-            const QRgb behind = background >> shift & 0xFF;
-            Decimal4 sum;
-            for (size_t i = 0; i < alphas.size(); ++i) {
-                const QRgb own = near.colours[i] >> shift & 0xFF;
-                sum += near.weights[i] * (times(behind, 1 - alphas[i]) + times(own, alphas[i]));
-            }
-            return static_cast<int>(std::clamp<qint64>(sum.nearest(), 0, 255));
-        };
-        return qRgb(channel(16), channel(8), channel(0));
-    }
-
-private:
-    const QRgb transparent;
-    const Decimal4 opacity;
-};
-
 const QRgb* rowOf(const QImage& image, int row)
 {
     return reinterpret_cast<const QRgb*>(image.constScanLine(row));
 }
 
-/// The neighbours of a place that has one to its right and one below.
-Neighbours neighboursOf(const QImage& picture, Decimal4 x, Decimal4 y)
+/// What the surface shows of one of its pixels: the sum of what four of the picture lend it.
+class Blend
 {
-    const auto column = static_cast<int>(x.wholePart());
+public:
+    Blend(QRgb background, QRgb transparent, Decimal4 opacity)
+        : background(background)
+        , transparent(transparent)
+        , opacity(opacity)
+    {
+    }
+
+    void add(QRgb neighbour, Decimal4 weight)
+    {
+        const Decimal4 alpha = colourOf(neighbour) != transparent ? opacity : Decimal4();
+        const Decimal4 through = 1 - alpha;
+        red += weight * (times(qRed(background), through) + times(qRed(neighbour), alpha));
+        green += weight * (times(qGreen(background), through) + times(qGreen(neighbour), alpha));
+        blue += weight * (times(qBlue(background), through) + times(qBlue(neighbour), alpha));
+    }
+
+    QRgb sum() const
+    {
+        const auto byte = [](Decimal4 channel) {
+            return static_cast<int>(std::clamp<qint64>(channel.nearest(), 0, 255));
+        };
+        return qRgb(byte(red), byte(green), byte(blue));
+    }
+
+private:
+    const QRgb background;
+    const QRgb transparent;
+    const Decimal4 opacity;
+    Decimal4 red;
+    Decimal4 green;
+    Decimal4 blue;
+};
+
+/// What is seen of a place in the picture that has a pixel to its right and one below.
+QRgb blendedAt(const QImage& picture, Decimal4 x, Decimal4 y, Blend blend)
+{
     const auto row = static_cast<int>(y.wholePart());
-    const QRgb* const upper = rowOf(picture, row) + column;
-    const QRgb* const lower = rowOf(picture, row + 1) + column;
+    const QRgb* const upper = rowOf(picture, row) + x.wholePart();
+    const QRgb* const lower = rowOf(picture, row + 1) + x.wholePart();
     const Decimal4 right = x.fraction();
     const Decimal4 down = y.fraction();
-    return {{upper[0], upper[1], lower[0], lower[1]},
-            {(1 - right) * (1 - down), right * (1 - down), (1 - right) * down, right * down}};
+    blend.add(upper[0], (1 - right) * (1 - down));
+    blend.add(upper[1], right * (1 - down));
+    blend.add(lower[0], (1 - right) * down);
+    blend.add(lower[1], right * down);
+    return blend.sum();
 }
 
 void replaceMiddle(ImageRotation& rotation, const QSize& picture)
@@ -144,8 +142,10 @@ void RotateImage(QImage& surface, const QImage& picture, ImageRotation& rotation
     const QPoint corner(static_cast<int>(left + across.first), static_cast<int>(top + down.first));
     QImage result = surface.copy(QRect(corner, QSize(across.length(), down.length())));
 
+    // Whole parts go towards 0, also those of the offsets where the square is smaller than the picture.
     const QImage bitmap = picture.convertToFormat(QImage::Format_RGB32);
-    const Blend blend(fromBlueHigh(rotation.transparentColour), rotation.opacity);
+    const QRgb transparent = fromBlueHigh(rotation.transparentColour);
+    const Decimal4 opacity = std::clamp(rotation.opacity, -largestOpacity, largestOpacity);
     const int offsetX = (side - bitmap.width()) / 2;
     const int offsetY = (side - bitmap.height()) / 2;
     const Decimal4 lastX = bitmap.width() - 1;
@@ -160,7 +160,7 @@ void RotateImage(QImage& surface, const QImage& picture, ImageRotation& rotation
         auto* const pixels = reinterpret_cast<QRgb*>(result.scanLine(row));
         for (int column = 0; column < result.width(); ++column) {
             if (sourceX >= 0 && sourceX < lastX && sourceY >= 0 && sourceY < lastY)
-                pixels[column] = blend(neighboursOf(bitmap, sourceX, sourceY), pixels[column]);
+                pixels[column] = blendedAt(bitmap, sourceX, sourceY, Blend(pixels[column], transparent, opacity));
             sourceX += cosine;
             sourceY += sine;
         }
