@@ -28,14 +28,10 @@ QSize DisplayPanel::minimumSizeHint() const
     return (pictureSize() / 2).grownBy({border, border, border, border});
 }
 
-QRect DisplayPanel::roomOfPicture() const
+QRect DisplayPanel::room() const
 {
     const QRect inside = rect().adjusted(border, border, -border, -border);
-    if (inside.isEmpty())
-        return {};
-    QRect room({}, pictureSize().scaled(inside.size(), Qt::KeepAspectRatio).expandedTo({1, 1}));
-    room.moveCenter(inside.center());
-    return room;
+    return inside.isEmpty() ? QRect() : inside;
 }
 
 void DisplayPanel::changeEvent(QEvent* event)

@@ -18,8 +18,8 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
-    /// The largest rectangle with the proportions of the picture that fits into the panel, in its middle.
-    QRect roomOfPicture() const;
+    /// Within the line. Empty where the panel is smaller than its border.
+    QRect room() const;
 
     /// In pixels of the window.
     virtual QSize pictureSize() const = 0;

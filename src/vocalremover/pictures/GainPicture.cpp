@@ -3,7 +3,7 @@
 #include "vocalremover/pictures/ActiveStretch.h"
 
 GainPicture::GainPicture(QWidget* parent)
-    : LayeredPicture({"gain", "picGainActive", "picGainInactive", Coloured::Inactive}, parent)
+    : LayeredPicture({"gain", "picGainActive", "picGainInactive", Coloured::Inactive, {}}, parent)
 {
 }
 

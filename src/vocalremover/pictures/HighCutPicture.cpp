@@ -3,7 +3,8 @@
 #include "vocalremover/pictures/ActiveStretch.h"
 
 HighCutPicture::HighCutPicture(QWidget* parent)
-    : LayeredPicture({"high-cut", "picFilterHighActive", "picFilterHighInactive", Coloured::Active}, parent)
+    : LayeredPicture({"high-cut", "picFilterHighActive", "picFilterHighInactive", Coloured::Active, Qt::TopEdge},
+                     parent)
 {
 }
 

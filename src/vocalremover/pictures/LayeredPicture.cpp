@@ -4,6 +4,7 @@
 #include "vocalremover/pictures/ThemedDrawing.h"
 
 #include <QPainter>
+#include <optional>
 
 /// A part of the drawing, on ground that hides what is below it.
 class LayeredPicture::Layer : public QWidget
@@ -23,8 +24,12 @@ public:
     void setColours(const PictureColours& colours)
     {
         drawing.setColours(colours);
+        lineColour = colours.accent;
         update();
     }
+
+    /// A line along one edge of the part.
+    void setLineAt(Qt::Edge edge) { lineEdge = edge; }
 
     /// Shows what is in @p part of the drawing that fills @p whole.
     void show(const QRect& whole, const QRect& part)
@@ -39,11 +44,15 @@ protected:
     {
         QPainter painter(this);
         drawing.draw(painter, room);
+        if (lineEdge)
+            painter.fillRect(0, lineEdge == Qt::TopEdge ? 0 : height() - 1, width(), 1, lineColour);
     }
 
 private:
     ThemedDrawing drawing;
     QRect room;
+    QColor lineColour;
+    std::optional<Qt::Edge> lineEdge;
 };
 
 LayeredPicture::LayeredPicture(const Looks& looks, QWidget* parent)
@@ -52,6 +61,8 @@ LayeredPicture::LayeredPicture(const Looks& looks, QWidget* parent)
     , inactive(new Layer(looks.inactiveName, looks.drawing, this))
     , active(new Layer(looks.activeName, looks.drawing, this))
 {
+    if (looks.cutOff)
+        active->setLineAt(*looks.cutOff);
     LayeredPicture::takeColours(PictureColours(palette()));
 }
 
@@ -68,7 +79,7 @@ QSize LayeredPicture::pictureSize() const
 
 void LayeredPicture::placePicture()
 {
-    const QRect whole = roomOfPicture();
+    const QRect whole = room();
     inactive->show(whole, whole);
     active->show(whole, activePart(whole, slider));
 }

@@ -2,6 +2,8 @@
 
 #include "vocalremover/pictures/DisplayPanel.h"
 
+#include <optional>
+
 /// A picture that follows a slider: a drawing twice, one over the other, of which the upper one, the active, shows
 /// as much as the slider says. What takes part is in colour.
 class LayeredPicture : public DisplayPanel
@@ -32,6 +34,9 @@ protected:
         const char* activeName;
         const char* inactiveName;
         Coloured coloured;
+
+        /// The edge of the active drawing that is a cut-off, drawn as a line.
+        std::optional<Qt::Edge> cutOff;
     };
 
     LayeredPicture(const Looks& looks, QWidget* parent);

@@ -3,7 +3,8 @@
 #include "vocalremover/pictures/ActiveStretch.h"
 
 LowCutPicture::LowCutPicture(QWidget* parent)
-    : LayeredPicture({"low-cut", "picFilterLowActive", "picFilterLowInactive", Coloured::Active}, parent)
+    : LayeredPicture({"low-cut", "picFilterLowActive", "picFilterLowInactive", Coloured::Active, Qt::BottomEdge},
+                     parent)
 {
 }
 

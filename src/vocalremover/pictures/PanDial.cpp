@@ -13,10 +13,10 @@ namespace {
 
 // The surface as it is drawn, in units of its own. At twice the usual size a unit is a pixel of the screen.
 constexpr int surfaceWidth = 336;
-constexpr int surfaceHeight = 282;
+constexpr int surfaceHeight = 300;
 constexpr int centreX = 168;
 constexpr int centreY = 178;
-constexpr int knobSide = 201;
+constexpr int knobSide = 233;
 constexpr double naturalScale = 0.5;
 
 constexpr int white = 0xFFFFFF;
@@ -113,7 +113,9 @@ QSize PanDial::pictureSize() const
 
 void PanDial::placePicture()
 {
-    Picture2->setGeometry(roomOfPicture());
+    QRect place({}, pictureSize().scaled(room().size(), Qt::KeepAspectRatio));
+    place.moveCenter(room().center());
+    Picture2->setGeometry(place);
     Picture2->update();
 }
 

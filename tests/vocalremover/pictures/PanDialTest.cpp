@@ -199,7 +199,7 @@ TEST_F(APanDial, IsDrawnAnewForEachSize)
     const QSize after = drawn().size();
     EXPECT_GE(after.width(), 2 * before.width());
     EXPECT_GE(source.pixmap(Qt::ReturnByValue).width(), 2 * knob - 4);
-    EXPECT_NEAR(after.width() * 282.0 / 336.0, after.height(), 2);
+    EXPECT_NEAR(after.width() * 300.0 / 336.0, after.height(), 2);
 }
 
 TEST_F(APanDial, IsHarmlessWithoutRoom)

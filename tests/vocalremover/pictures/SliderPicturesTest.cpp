@@ -206,15 +206,13 @@ protected:
 using Pictures = ::testing::Types<LowCut, HighCut, Gain>;
 TYPED_TEST_SUITE(EachPicture, Pictures);
 
-TYPED_TEST(EachPicture, KeepsItsProportionsAndStaysInTheMiddle)
+TYPED_TEST(EachPicture, FillsItsPanel)
 {
     auto& shown = this->shown;
-    shown.picture.showValue(100, 50, 200);
-    const QSize natural = shown.inactive.size();
-    const QSize around = shown.picture.size() - natural;
-    shown.picture.resize(QSize(natural.width() * 2, natural.height() * 3) + around);
-    shown.picture.showValue(100, 50, 200);
-    EXPECT_EQ(shown.inactive.size(), natural * 2);
+    const QSize border = shown.picture.size() - shown.inactive.size();
+    shown.picture.show();
+    shown.picture.resize(300, 70);
+    EXPECT_EQ(shown.inactive.size(), QSize(300, 70) - border);
     EXPECT_EQ(shown.inactive.geometry().center(), shown.picture.rect().center());
 }
 
