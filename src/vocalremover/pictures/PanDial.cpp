@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -65,14 +66,21 @@ public:
 
     QImage image;
 
-    QSize sizeInPixels() const { return (QSizeF(size()) * devicePixelRatioF()).toSize(); }
+    QSize sizeInPixels() const
+    {
+        const auto pixels = [this](int length) {
+            return static_cast<int>(std::ceil(length * devicePixelRatioF()));
+        };
+        return {pixels(width()), pixels(height())};
+    }
 
 protected:
     void paintEvent(QPaintEvent*) override
     {
         if (image.size() != sizeInPixels())  // the scale of the screen may change without a word
             dial.draw();
-        QPainter(this).drawImage(rect(), image);
+        image.setDevicePixelRatio(devicePixelRatioF());
+        QPainter(this).drawImage(0, 0, image);
     }
 
 private:

@@ -190,9 +190,9 @@ TEST(ThePictures, ShowTheTwoDrawingsInTheSamePlace)
     const QImage whole = low.drawn();
     low.picture.showValue(200, 0, 400);
     const QImage half = low.drawn();
-    const int scale = qRound(whole.devicePixelRatio());
+    const double scale = whole.devicePixelRatio();
     const QRect upper = rowsOf(low.inactive.geometry(), 0, low.inactive.height() / 2 - 2);
-    const QRect pixels(upper.topLeft() * scale, upper.size() * scale);
+    const QRect pixels = QRectF(upper.topLeft() * scale, upper.size() * scale).toRect();
     EXPECT_EQ(half.copy(pixels), whole.copy(pixels));
 }
 
@@ -232,7 +232,10 @@ TYPED_TEST(EachPicture, FollowsItsSizeAndIsHarmlessWithoutRoom)
 TYPED_TEST(EachPicture, HasTheGroundOfTextFieldsAlsoWhenThatChanges)
 {
     auto& shown = this->shown;
-    const auto ground = [&] { return shown.drawn().pixelColor(4, 4); };
+    const auto ground = [&] {
+        const QImage image = shown.drawn();
+        return image.pixelColor(QPoint(4, 4) * image.devicePixelRatio());
+    };
     EXPECT_EQ(ground(), QColor(Qt::white));
     shown.picture.setPalette(darkPalette());
     EXPECT_EQ(ground(), darkGround);
