@@ -12,7 +12,9 @@
 
 namespace {
 
-// The surface as it is drawn, in units of its own. At twice the usual size a unit is a pixel of the screen.
+// The surface in units of its own, of which two are a pixel of the window at the natural size. Its centre is given
+// in them and goes to a pixel of the screen by the size of the surface alone, so that it is the same at every
+// position of the knob.
 constexpr int surfaceWidth = 336;
 constexpr int surfaceHeight = 300;
 constexpr int centreX = 168;

@@ -203,7 +203,7 @@ TEST_F(APanDial, IsDrawnAnewForEachSize)
     const QSize after = drawn().size();
     EXPECT_GE(after.width(), 2 * before.width());
     EXPECT_GE(source.pixmap(Qt::ReturnByValue).width(), 2 * knob - 8);  // it grows by fours
-    EXPECT_NEAR(after.width() * 300.0 / 336.0, after.height(), 2);
+    EXPECT_NEAR(after.width() * 300.0 / 336.0, after.height(), 3);
 }
 
 TEST_F(APanDial, IsHarmlessWithoutRoom)

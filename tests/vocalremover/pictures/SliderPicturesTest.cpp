@@ -177,9 +177,23 @@ TEST(TheGainPicture, IsInColourUpToTheGain)
     EXPECT_GT(gain.blueIn(columnsOf(whole, 0, middle)), 100);
     EXPECT_EQ(gain.blueIn(columnsOf(whole, middle + 1, middle - 1)), 0);
     gain.picture.showValue(0, 0, 200);
-    EXPECT_LT(gain.blueIn(whole), 10);
+    EXPECT_EQ(gain.blueIn(columnsOf(whole, 1, whole.width() - 1)), 0);
     gain.picture.showValue(200, 0, 200);
     EXPECT_GT(gain.blueIn(columnsOf(whole, middle, middle)), 100);
+}
+
+TEST(ThePictures, MarkTheirCutOffsByALine)
+{
+    LowCut low;
+    low.picture.showValue(200, 50, 400);
+    const QRect lowest = rowsOf(low.inactive.geometry(), low.inactive.height() / 2 - 1, 1);
+    const double scale = low.drawn().devicePixelRatio();
+    EXPECT_GE(low.blueIn(lowest), static_cast<int>(lowest.width() * scale) - 1);
+
+    HighCut high;
+    high.picture.showValue(12000, 6000, 16000);
+    const QRect uppermost = rowsOf(high.inactive.geometry(), high.inactive.height() / 2, 1);
+    EXPECT_GE(high.blueIn(uppermost), static_cast<int>(uppermost.width() * scale) - 1);
 }
 
 // At a value at which the active drawing is whole, or all but, nothing of its place must betray it.
