@@ -26,15 +26,22 @@ bool DoneFlag::isSet() const
     return done;
 }
 
+void DoneFlag::giveUp()
+{
+    givenUp = true;
+    for (QEventLoop* loop : waits)
+        loop->exit();
+}
+
 // Closing the program ends every event loop of the thread, nested ones too, and lets none start again.
 bool DoneFlag::wait()
 {
     bool closed = false;
-    while (!done && !closed) {
+    while (!done && !closed && !givenUp) {
         QEventLoop loop;
         waits.append(&loop);
         closed = loop.exec() != flagWasSet;
         waits.removeLast();
     }
-    return done;
+    return done && !givenUp;
 }

@@ -15,8 +15,12 @@ public:
     void set();
     bool isSet() const;
 
-    /// Returns true once the flag is set, at once if it already is; false when the program was closed meanwhile:
-    /// the caller then gives up the rest of its work.
+    /// Ends all waits for this flag, those under way and those to come, as the end of the program does: for a
+    /// window that is closed while a routine of its own waits.
+    void giveUp();
+
+    /// Returns true once the flag is set, at once if it already is; false when the program was closed meanwhile, or
+    /// the flag given up: the caller then gives up the rest of its work.
     ///
     /// Waits nest, also for the same flag. The inner one ends first; then the outer one looks at the flag as it is
     /// by then, and goes on waiting where it was cleared again.
@@ -24,5 +28,6 @@ public:
 
 private:
     bool done = false;
+    bool givenUp = false;
     QList<QEventLoop*> waits;
 };

@@ -91,6 +91,52 @@ TEST(ADoneFlag, GoesOnWithTheOuterWaitWhereItIsClearedBehindTheInnerOne)
     EXPECT_TRUE(setAgain);
 }
 
+TEST(ADoneFlag, EndsAllItsWaitsWhenItIsGivenUp)
+{
+    DoneFlag flag;
+    bool inner = true;
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [&] { flag.giveUp(); });
+        inner = flag.wait();
+    });
+    EXPECT_FALSE(flag.wait());
+    EXPECT_FALSE(inner);
+}
+
+TEST(ADoneFlag, IsNotWaitedForOnceItIsGivenUp)
+{
+    DoneFlag flag;
+    flag.giveUp();
+    EXPECT_FALSE(flag.wait());
+    flag.clear();
+    flag.set();
+    EXPECT_FALSE(flag.wait());
+}
+
+TEST(ADoneFlag, ThatIsSetAndGivenUpInOneGoIsGivenUp)
+{
+    DoneFlag flag;
+    QTimer::singleShot(0, [&] {
+        flag.set();
+        flag.giveUp();
+    });
+    EXPECT_FALSE(flag.wait());
+}
+
+TEST(ADoneFlag, ThatWasGivenUpIsNotWaitedForAgainWhereItIsSetAndClearedBehindTheInnerWait)
+{
+    DoneFlag flag;
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [&] {
+            flag.giveUp();
+            flag.set();
+        });
+        EXPECT_FALSE(flag.wait());
+        flag.clear();
+    });
+    EXPECT_FALSE(flag.wait());
+}
+
 TEST(ADoneFlag, EndsItsWaitUnsetWhenTheProgramIsClosed)
 {
     DoneFlag flag;
