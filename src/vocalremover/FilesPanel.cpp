@@ -1,0 +1,104 @@
+#include "vocalremover/FilesPanel.h"
+
+#include "engines/EditorEngine.h"
+#include "support/dialogs/CommonDialog.h"
+#include "ui_FilesPanel.h"
+#include "vocalremover/OutputFormat.h"
+#include "vocalremover/OutputName.h"
+#include "vocalremover/WindowLife.h"
+
+namespace {
+
+constexpr QLatin1StringView inputFilter(
+    "All supported audio formats|"
+    "*.mp3;*.mp2;*.wav;*.ogg;*.cda;*.aiff;*.wma;*.wmv;*.asx;*.asf;"
+    "*.m4a;*.mp4;*.flac;*.aac;*.ac3;*.wv|"
+    "MP3 and MP2 sounds (*.mp3;*.mp2)|*.mp3;*.mp2|"
+    "AAC and MP4 sounds (*.aac;*.mp4)|*.aac;*.mp4|"
+    "WAV sounds (*.wav)|*.wav|"
+    "OGG Vorbis sounds (*.ogg)|*.ogg|"
+    "Audio CD tracks (*.cda)|*.cda|"
+    "AIFF sounds (*.aiff)|*.aiff|"
+    "Windows Media sounds (*.wma;*.wmv;*.asx;*.asf)|*.wma;*.wmv;*.asx;*.asf|"
+    "AC3 sounds (*.ac3)|*.ac3|"
+    "ALAC sounds (*.m4a)|*.m4a|"
+    "FLAC sounds (*.flac)|*.flac|"
+    "WavPack sounds (*.wv)|*.wv|");
+
+constexpr QLatin1StringView outputFilter(
+    "WAV files (*.wav)|*.wav|MP3 files (*.mp3)|*.mp3|WMA files (*.wma)|*.wma|AAC files (*.aac)|*.aac|"
+    "MP4 files (*.mp4)|*.mp4|Ogg Vorbis files (*.ogg)|*.ogg|FLAC files (*.flac)|*.flac");
+
+FileDialogSetup setupWith(const QString& title)
+{
+    FileDialogSetup setup;
+    setup.title = title;
+    setup.maxFileSize = 32000;
+    setup.flags = FileDialogSetup::Explorer | FileDialogSetup::NoLongNames | FileDialogSetup::AllowMultiselect;
+    return setup;
+}
+
+}  // namespace
+
+FilesPanel::FilesPanel(EditorEngine& Editor, CommonDialog& dialog, WindowLife& life, QWidget* parent)
+    : QWidget(parent)
+    , Editor(Editor)
+    , dialog(dialog)
+    , life(life)
+    , ui(std::make_unique<Ui::FilesPanel>())
+{
+    ui->setupUi(this);
+    connect(ui->cmdInput, &QToolButton::clicked, this, &FilesPanel::cmdInput_Click);
+    connect(ui->cmdOutput, &QToolButton::clicked, this, &FilesPanel::cmdOutput_Click);
+}
+
+FilesPanel::~FilesPanel() = default;
+
+QString FilesPanel::inputFile() const
+{
+    return ui->txtInputAudio->text();
+}
+
+QString FilesPanel::outputFile() const
+{
+    return ui->txtOutputAudio->text();
+}
+
+void FilesPanel::focusOnInput()
+{
+    ui->cmdInput->setFocus();
+}
+
+// A dialog that is cancelled answers with the empty name that it began with.
+void FilesPanel::cmdInput_Click()
+{
+    const WindowLife::Routine routine(life);
+    FileDialogSetup setup = setupWith(QStringLiteral("Open audio"));
+    setup.filter = inputFilter;
+    const FileDialogAnswer answer = dialog.ShowOpen(setup);
+    if (answer.fileName.isEmpty() || life.isClosed())
+        return;
+    ui->txtInputAudio->setText(answer.fileName);
+    nameOutputAfter(answer.fileName);
+    emit inputChosen();
+}
+
+void FilesPanel::cmdOutput_Click()
+{
+    if (inputFile() == QLatin1String("choose input file"))
+        return;
+    const WindowLife::Routine routine(life);
+    FileDialogSetup setup = setupWith(QStringLiteral("Save audio"));
+    setup.filter = outputFilter;
+    setup.filterIndex = 2;  // MP3
+    const FileDialogAnswer answer = dialog.ShowSave(setup);
+    if (answer.fileName.isEmpty() || life.isClosed())
+        return;
+    nameOutputAfter(answer.fileName);
+}
+
+void FilesPanel::nameOutputAfter(const QString& path)
+{
+    ui->txtOutputAudio->setText(nameWithoutVocals(path));
+    SelectOutputFormat(outputFile(), Editor.EncodeFormats());
+}
