@@ -14,10 +14,18 @@ public:
     template <typename Window, typename Make>
     void show(Make make)
     {
-        if (QWidget* window = visibleOne(Window::staticMetaObject))
-            bringToFront(*window);
-        else
+        if (!toFront<Window>())
             open(make());
+    }
+
+    /// Brings the window of this kind to the front that stands open; false where there is none.
+    template <typename Window>
+    bool toFront()
+    {
+        QWidget* window = visibleOne(Window::staticMetaObject);
+        if (window)
+            bringToFront(*window);
+        return window != nullptr;
     }
 
     template <typename Window>

@@ -31,6 +31,7 @@
 #include "support/frmAbout.h"
 #include "support/frmSplash.h"
 #include "ui_frmMain.h"
+#include "vocalremover/frmVocalRemover.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -179,6 +180,7 @@ void frmMain::connectToolBar()
     run(parked->cmdLoopWindowBack, position, &PositionPanel::cmdLoopWindowBack_Click);
     run(parked->cmdLoopWindowForward, position, &PositionPanel::cmdLoopWindowForward_Click);
     run(toolBar->tlbCmdRecord, this, &frmMain::openRecorder);
+    run(toolBar->tlbCmdVocalRemover, this, &frmMain::execVocalRemover);
     run(toolBar->tlbCmdHelp, this, [this] { help.open(); });
 
     run(ui->cmdExpand, this, &frmMain::cmdExpand_Click);
@@ -193,6 +195,7 @@ void frmMain::connectMenu()
         connect(menu->entry(key), &QAction::triggered, this, command);
     };
     run("mnuExit", [this] { close(); });
+    run("mnuVocalRemover", [this] { showVocalRemover(); });
     run("mnuAbout", [this] { openAbout(); });
     run("mnuOnlineSupport", [this] { surroundings.shell.ShellExecute(surroundings.supportPage); });
 }
@@ -312,6 +315,36 @@ void frmMain::showRecorder()
         recorder->Load();
         return recorder;
     });
+}
+
+// Null where one stands open already, which then comes to the front, or where this build has none. The load turns
+// the event loop, and the command can have been given again there, or this window closed.
+std::unique_ptr<frmVocalRemover> frmMain::makeVocalRemover()
+{
+    if (windows.toFront<frmVocalRemover>())
+        return nullptr;
+    VocalRemoverEngines engines = VocalRemoverEngines::from(surroundings.engines);
+    if (!engines.areThere())
+        return nullptr;
+    const VocalRemoverSurroundings around{surroundings.dialog, surroundings.msgBox,
+                                          [this](int context) { help.open(context); }};
+    auto remover = std::make_unique<frmVocalRemover>(std::move(engines), around, this);
+    remover->Load();
+    if (unloaded || windows.toFront<frmVocalRemover>())
+        return nullptr;
+    return remover;
+}
+
+void frmMain::showVocalRemover()
+{
+    if (auto remover = makeVocalRemover())
+        windows.show<frmVocalRemover>([&remover] { return remover.release(); });
+}
+
+void frmMain::execVocalRemover()
+{
+    if (const auto remover = makeVocalRemover())
+        windows.exec(*remover);
 }
 
 void frmMain::openAbout()

@@ -29,6 +29,7 @@ class SaveAs;
 class TempoPitchPanel;
 class TrackLoader;
 class TransportPanel;
+class frmVocalRemover;
 namespace Ui {
 class frmMain;
 }
@@ -76,6 +77,9 @@ private:
     void openKeyCalculator();
     void openBpmCalculator();
     void openAbout();
+    std::unique_ptr<frmVocalRemover> makeVocalRemover();
+    void showVocalRemover();
+    void execVocalRemover();
     void Unload();
 
     QString listFile() const;

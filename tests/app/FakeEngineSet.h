@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/FakeEditorEngine.h"
 #include "app/FakePlayerEngine.h"
 #include "app/FakeRecorderEngine.h"
-#include "engines/EditorEngine.h"
+#include "app/FakeVocalRemoverEngine.h"
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
-#include "engines/VocalRemoverEngine.h"
 
 #include <memory>
 
@@ -23,9 +23,15 @@ class FakeEngineSet : public EngineSet
 {
 public:
     std::unique_ptr<PlayerEngine> createPlayer() override { return std::make_unique<FakePlayerEngine>(); }
-    std::unique_ptr<EditorEngine> createEditor() override { return nullptr; }
+    std::unique_ptr<EditorEngine> createEditor() override { return std::make_unique<FakeEditorEngine>(); }
     std::unique_ptr<RecorderEngine> createRecorder() override { return std::make_unique<FakeRecorderEngine>(); }
-    std::unique_ptr<VocalRemoverEngine> createVocalRemover() override { return nullptr; }
-    std::unique_ptr<VocalRemoverExtendedEngine> createVocalRemoverExtended() override { return nullptr; }
+    std::unique_ptr<VocalRemoverEngine> createVocalRemover() override
+    {
+        return std::make_unique<FakeVocalRemoverEngine>();
+    }
+    std::unique_ptr<VocalRemoverExtendedEngine> createVocalRemoverExtended() override
+    {
+        return std::make_unique<FakeVocalRemoverExtendedEngine>();
+    }
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<FakeOutputMixer>(); }
 };

@@ -11,7 +11,7 @@ class FakePlayerEngine : public PlayerEngine, private VuMeterControl
 public:
     void InitPlayers(short, int, short, short, short, short) override {}
     int LoadSound(short, const QString&) override;
-    int LoadSoundForExport(short, const QString&) override { return 0; }
+    int LoadSoundForExport(short player, const QString& path) override { return LoadSound(player, path); }
     void CloseSound(short) override;
     void PlaySound(short) override;
     void PlaySoundRange(short, int begin, int end, int repeat) override;

@@ -66,6 +66,33 @@ TEST_F(TheManual, IsThePagesWhereThereIsNoCompiledOne)
     help.open();
 }
 
+TEST_F(TheManual, OpensAtThePageOfTheVocalRemover)
+{
+    make(pages);
+    const QString page = folder.filePath("manual/vocals.html");
+    make(page);
+    EXPECT_CALL(shell, ShellExecute(page)).WillOnce(Return(true));
+    help.open(160);
+}
+
+TEST_F(TheManual, OpensAtItsBeginningForAContextThatHasNoPage)
+{
+    make(pages);
+    EXPECT_CALL(shell, ShellExecute(pages)).Times(2).WillRepeatedly(Return(true));
+    help.open(160);
+    help.open(7);
+}
+
+TEST_F(TheManual, IsTheCompiledOneAlsoForAContext)
+{
+    make(compiled);
+    make(folder.filePath("manual/vocals.html"));
+    const InSequence order;
+    EXPECT_CALL(shell, canOpen(compiled)).WillOnce(Return(true));
+    EXPECT_CALL(shell, ShellExecute(compiled)).WillOnce(Return(true));
+    help.open(160);
+}
+
 TEST_F(TheManual, IsNothingWhereItIsMissing)
 {
     help.open();

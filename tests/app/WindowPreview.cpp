@@ -10,9 +10,11 @@
 #include "support/dialogs/QtMsgBox.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPalette>
 #include <QSettings>
 #include <QStyleFactory>
@@ -72,9 +74,25 @@ void showRecorder(QWidget& main, const QStringList& wishes)
         lengthenCaptions(*recorder);
 }
 
+// The vocal remover's window with a source, and in the middle of a run.
+void showVocalRemover(QWidget& main, const QString& sound, const QStringList& wishes)
+{
+    main.findChild<QAction*>("mnuVocalRemover")->trigger();
+    auto* remover = main.findChild<QWidget*>("frmVocalRemover");
+    if (!wishes.contains("empty")) {
+        remover->findChild<QLineEdit*>("txtInputAudio")->setText(sound);
+        remover->findChild<QLineEdit*>("txtOutputAudio")->setText(sound + "NoVocal.mp3");
+        QMetaObject::invokeMethod(remover->findChild<QWidget*>("FilesPanel"), "inputChosen");
+        remover->findChild<Slider*>("sldVocalPan")->setValue(-30);
+        remover->findChild<Slider*>("sldGain")->setValue(120);
+    }
+    if (wishes.contains("long"))
+        lengthenCaptions(*remover);
+}
+
 // Shows the main window with a player that only keeps time, to look at it: [dark] [fusion] [long] [empty] [marks]
 // [expanded]; with [recorder] that window under it, collapsed or expanded as it is, or with [tip] what comes before
-// that.
+// that; with [vocals] the vocal remover's window.
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -125,6 +143,8 @@ int main(int argc, char** argv)
             window.findChild<QAbstractButton*>("tlbCmdRecord")->click();
         if (wishes.contains("recorder"))
             showRecorder(window, wishes);
+        if (wishes.contains("vocals"))
+            showVocalRemover(window, sound.fileName(), wishes);
     });
     return QApplication::exec();
 }
