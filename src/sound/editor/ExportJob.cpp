@@ -1,6 +1,6 @@
 #include "sound/editor/ExportJob.h"
 
-#include "sound/editor/YieldingThread.h"
+#include "sound/units/YieldingThread.h"
 
 #include <algorithm>
 #include <span>

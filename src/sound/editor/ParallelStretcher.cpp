@@ -1,7 +1,7 @@
 #include "sound/editor/ParallelStretcher.h"
 
 #include "sound/editor/PieceStretcher.h"
-#include "sound/editor/YieldingThread.h"
+#include "sound/units/YieldingThread.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "sound/editor/YieldingThread.h"
+#include "sound/units/YieldingThread.h"
 
 #include <sched.h>
 #include <sys/resource.h>
