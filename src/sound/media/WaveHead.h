@@ -1,22 +1,12 @@
 #pragma once
 
+#include "sound/media/WaveSamples.h"
 #include "sound/units/Frames.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace sound {
-
-enum class WaveSamples
-{
-    Float32,
-    Pcm16
-};
-
-constexpr int bytesPerSample(WaveSamples samples)
-{
-    return samples == WaveSamples::Float32 ? 4 : 2;
-}
 
 /// All that stands before the samples of a RIFF WAVE file of so many frames. Of one size whatever the length, so
 /// that it can be written first and mended last: a file beyond 4 GiB becomes an RF64, whose 64-bit sizes take the

@@ -1,12 +1,12 @@
 #include "sound/media/WaveWriter.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace sound {
 namespace {
 
 constexpr std::size_t gatheredBytes = std::size_t{256} * 1024;
+constexpr std::size_t samplesAtOnce = std::size_t{16} * 1024;
 
 }  // namespace
 
@@ -27,40 +27,28 @@ WaveWriter::WaveWriter(std::unique_ptr<WholeFile> newFile, SampleRate frameRate,
     , rate(frameRate)
     , channels(channelCount)
     , samples(kind)
+    , gathered(waveHead(frameRate, channelCount, kind, {0}))
 {
-    const auto head = waveHead(rate, channels, samples, {0});
-    const auto bytes = std::as_bytes(std::span(head));
-    gathered.assign(bytes.begin(), bytes.end());
 }
 
 bool WaveWriter::write(std::span<const float> interleaved)
 {
-    for (const float sample : interleaved) {
-        gather(sample);
+    samplesWritten += static_cast<std::int64_t>(interleaved.size());
+    while (!interleaved.empty()) {
+        const auto now = interleaved.first(std::min(samplesAtOnce, interleaved.size()));
+        const std::size_t before = gathered.size();
+        gathered.resize(before + now.size() * static_cast<std::size_t>(bytesPerSample(samples)));
+        packSamples(samples, now, std::span(gathered).subspan(before));
         if (gathered.size() >= gatheredBytes && !flush())
             return false;
+        interleaved = interleaved.subspan(now.size());
     }
-    samplesWritten += static_cast<std::int64_t>(interleaved.size());
     return !failed;
-}
-
-void WaveWriter::gather(float sample)
-{
-    if (samples == WaveSamples::Float32) {
-        const auto bytes = std::as_bytes(std::span(&sample, 1));
-        gathered.insert(gathered.end(), bytes.begin(), bytes.end());
-        return;
-    }
-    // What is no number is silence.
-    const float steps = std::isnan(sample) ? 0.0F : std::clamp(sample * 32768.0F, -32768.0F, 32767.0F);
-    const auto step = static_cast<std::int16_t>(std::lrint(steps));
-    const auto bytes = std::as_bytes(std::span(&step, 1));
-    gathered.insert(gathered.end(), bytes.begin(), bytes.end());
 }
 
 bool WaveWriter::flush()
 {
-    failed = failed || !file->writeAt(end, gathered);
+    failed = failed || !file->writeAt(end, std::as_bytes(std::span(gathered)));
     end += static_cast<std::int64_t>(gathered.size());
     gathered.clear();
     return !failed;
@@ -70,7 +58,7 @@ EngineError WaveWriter::finish()
 {
     const std::int64_t frames = samplesWritten / channels;
     if ((samplesWritten * bytesPerSample(samples) & 1) != 0)
-        gathered.push_back(std::byte{0});
+        gathered.push_back(0);
     const auto head = waveHead(rate, channels, samples, {frames});
     const bool whole = flush() && file->writeAt(0, std::as_bytes(std::span(head))) && file->finish();
     return whole ? EngineError::None : EngineError::FileCreationFailed;

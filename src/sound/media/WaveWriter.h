@@ -23,8 +23,8 @@ public:
     static std::unique_ptr<WaveWriter> create(const QString& path, SampleRate rate, int channels,
                                               WaveSamples samples);
 
-    /// Adds frames. For 16 bits they are rounded to the nearest step and cut at full scale. False when the disc is
-    /// full or fails; the file can then not be finished.
+    /// Adds frames, packed as packSamples() does. False when the disc is full or fails; the file can then not be
+    /// finished.
     bool write(std::span<const float> interleaved);
 
     /// None, or FileCreationFailed.
@@ -33,7 +33,6 @@ public:
 private:
     WaveWriter(std::unique_ptr<WholeFile> file, SampleRate rate, int channels, WaveSamples samples);
 
-    void gather(float sample);
     bool flush();
 
     std::unique_ptr<WholeFile> file;
@@ -42,7 +41,7 @@ private:
     WaveSamples samples;
     std::int64_t samplesWritten = 0;
     std::int64_t end = 0;  // of the file so far
-    std::vector<std::byte> gathered;
+    std::vector<std::uint8_t> gathered;
     bool failed = false;
 };
 

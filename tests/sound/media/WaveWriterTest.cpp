@@ -120,6 +120,22 @@ TEST(WaveWriter, SixteenBitsAreRoundedToTheNearestStepAndCutAtFullScale)
     EXPECT_EQ(sound::test::decodedByFfmpeg(path, 1), expected);
 }
 
+TEST(WaveWriter, EveryFormIsReadBackByAnotherProgram)
+{
+    const SoundFiles files;
+    const QString path = files.path("a.wav");
+    const std::vector<float> samples = {0.0F, 0.5F, -0.5F, -1.0F, 0.25F};
+    for (const WaveSamples kind :
+         {WaveSamples::Pcm8, WaveSamples::Pcm16, WaveSamples::Pcm24, WaveSamples::Pcm32, WaveSamples::Float32}) {
+        const auto writer = WaveWriter::create(path, SampleRate{44100}, 1, kind);
+        ASSERT_TRUE(writer);
+        ASSERT_TRUE(writer->write(samples));
+        ASSERT_EQ(writer->finish(), EngineError::None);
+        EXPECT_EQ(sound::test::decodedByFfmpeg(path, 1), samples);
+        EXPECT_EQ(sound::test::contentOf(path).size() % 2, 0);
+    }
+}
+
 TEST(WaveWriter, AnUnfinishedFileLeavesNothingBehindAndTheOldOneUntouched)
 {
     const SoundFiles files;
