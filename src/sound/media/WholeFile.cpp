@@ -19,13 +19,20 @@ WholeFile::WholeFile(std::unique_ptr<NewFile> newFile)
 
 bool WholeFile::writeAt(std::int64_t offset, std::span<const std::byte> bytes)
 {
+    onDisc = false;
     failed = failed || !sound::writeAt(file->descriptor(), offset, bytes);
     return !failed;
 }
 
+bool WholeFile::bringToDisc()
+{
+    onDisc = onDisc || (!failed && ::fsync(file->descriptor()) == 0);
+    return onDisc;
+}
+
 bool WholeFile::finish()
 {
-    if (failed || ::fsync(file->descriptor()) != 0 || !file->takeName())
+    if (!bringToDisc() || !file->takeName())
         return false;
     file->bringNameToDisc();
     return true;

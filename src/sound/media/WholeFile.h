@@ -14,7 +14,8 @@ namespace sound {
 /// has brought all of it to the disc. Whatever ends the writing before that, be it the end of the program by force,
 /// leaves nothing behind and what bore the name untouched, as far as the file system allows: see NewFile.
 ///
-/// **Order.** writeAt() any number of times, then finish() once; without it the file goes with this object.
+/// **Order.** writeAt() any number of times, bringToDisc() if wanted, then finish() once; without it the file goes
+/// with this object.
 /// **Threads.** One at a time.
 class WholeFile : public OutputFile
 {
@@ -24,7 +25,11 @@ public:
 
     bool writeAt(std::int64_t offset, std::span<const std::byte> bytes) override;
 
-    /// False where the disc fails now, and where it did before.
+    /// Waits until all that has been written is on the disc, so that finish() takes but an instant. False where the
+    /// disc fails now, and where it did before.
+    bool bringToDisc();
+
+    /// False as bringToDisc(), and where the file cannot have its name.
     bool finish();
 
 private:
@@ -32,6 +37,7 @@ private:
 
     std::unique_ptr<NewFile> file;
     bool failed = false;
+    bool onDisc = false;
 };
 
 }  // namespace sound

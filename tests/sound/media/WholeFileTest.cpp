@@ -68,6 +68,20 @@ TEST(WholeFile, TakesItsNameOnlyWhenItIsWhole)
     EXPECT_EQ(everythingIn(files.folder()), QStringList{"a"});
 }
 
+TEST(WholeFile, OnTheDiscItIsStillWithoutItsNameAndMayGrow)
+{
+    const SoundFiles files;
+    const QString path = files.write("a", "what was there before");
+    const auto file = WholeFile::create(path);
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(file->writeAt(0, bytes("new, ")));
+    EXPECT_TRUE(file->bringToDisc());
+    EXPECT_EQ(contentOf(path), "what was there before");
+    EXPECT_TRUE(file->writeAt(5, bytes("and whole")));
+    EXPECT_TRUE(file->finish());
+    EXPECT_EQ(contentOf(path), "new, and whole");
+}
+
 TEST(WholeFile, UnfinishedLeavesNothingBehind)
 {
     const SoundFiles files;
@@ -159,6 +173,7 @@ TEST(WholeFile, OnceTheDiscWasFullCannotBeFinished)
         EXPECT_FALSE(file->writeAt(0, bytes("too long")));
     }
     EXPECT_FALSE(file->writeAt(0, bytes("now")));
+    EXPECT_FALSE(file->bringToDisc());
     EXPECT_FALSE(file->finish());
     EXPECT_FALSE(QFile::exists(files.path("a")));
 }
