@@ -1,6 +1,5 @@
 #include "sound/engines/SoundEngines.h"
 
-#include "engines/VocalRemoverEngine.h"
 #include "sound/device/PulseMixer.h"
 #include "sound/device/PulseSources.h"
 #include "sound/device/SystemOutput.h"
@@ -8,6 +7,7 @@
 #include "sound/player/SoundPlayerEngine.h"
 #include "sound/recorder/KeepAwake.h"
 #include "sound/recorder/SoundRecorderEngine.h"
+#include "sound/vocals/SoundVocalRemoverEngine.h"
 
 #include <optional>
 #include <utility>
@@ -39,9 +39,15 @@ public:
                                                                    [this](bool awake) { keepAwake(awake); }});
     }
 
-    std::unique_ptr<VocalRemoverEngine> createVocalRemover() override { return nullptr; }
+    std::unique_ptr<VocalRemoverEngine> createVocalRemover() override
+    {
+        return std::make_unique<SoundVocalRemoverEngine>();
+    }
 
-    std::unique_ptr<VocalRemoverExtendedEngine> createVocalRemoverExtended() override { return nullptr; }
+    std::unique_ptr<VocalRemoverExtendedEngine> createVocalRemoverExtended() override
+    {
+        return std::make_unique<SoundVocalRemoverExtendedEngine>();
+    }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
 
