@@ -25,7 +25,10 @@ stage_packages=(
 )
 
 # To judge its sources and data files, and to make sounds for its tests.
-check_packages=(clang-format-14 clang-tidy-14 desktop-file-utils appstream ffmpeg)
+check_packages=(
+    clang-format-14 clang-tidy-14 desktop-file-utils appstream ffmpeg
+    fluidsynth timgm6mb-soundfont festival festvox-kallpc16k espeak-ng
+)
 
 note() { printf '\n== %s\n' "$*"; }
 

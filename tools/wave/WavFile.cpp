@@ -113,34 +113,51 @@ std::optional<StereoSound> readWav(const std::filesystem::path& path)
     return std::nullopt;
 }
 
-bool writeWav(const std::filesystem::path& path, const StereoSound& sound)
+namespace {
+
+constexpr std::uint16_t kChannels = 2;
+
+// Both channels, each sample as toSample makes it.
+template <typename ToSample>
+bool write(const std::filesystem::path& path, const StereoSound& sound, std::uint16_t coding, ToSample toSample)
 {
-    constexpr std::uint16_t channels = 2;
-    constexpr std::uint16_t frameSize = channels * 2;
+    constexpr std::uint16_t sampleSize = sizeof(toSample(0.0F));
+    constexpr std::uint16_t frameSize = kChannels * sampleSize;
     const auto dataSize = static_cast<std::uint32_t>(sound.frames() * frameSize);
 
     std::string bytes = "RIFF";
     append(bytes, dataSize + 36U);
     bytes += "WAVEfmt ";
     append(bytes, std::uint32_t{16});
-    append(bytes, kIntegers);
-    append(bytes, channels);
+    append(bytes, coding);
+    append(bytes, kChannels);
     append(bytes, static_cast<std::uint32_t>(sound.rate));
     append(bytes, static_cast<std::uint32_t>(sound.rate) * frameSize);
     append(bytes, frameSize);
-    append(bytes, std::uint16_t{16});
+    append(bytes, static_cast<std::uint16_t>(8 * sampleSize));
     bytes += "data";
     append(bytes, dataSize);
-    const auto sample = [](float value) {
-        return static_cast<std::int16_t>(std::clamp(std::lround(value * 32768.0F), -32768L, 32767L));
-    };
     for (std::size_t frame = 0; frame < sound.frames(); ++frame) {
-        append(bytes, sample(sound.left[frame]));
-        append(bytes, sample(sound.right[frame]));
+        append(bytes, toSample(sound.left[frame]));
+        append(bytes, toSample(sound.right[frame]));
     }
 
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
     return !file.fail();
+}
+
+}  // namespace
+
+bool writeWav(const std::filesystem::path& path, const StereoSound& sound)
+{
+    return write(path, sound, kIntegers, [](float value) {
+        return static_cast<std::int16_t>(std::clamp(std::lround(value * 32768.0F), -32768L, 32767L));
+    });
+}
+
+bool writeFloatWav(const std::filesystem::path& path, const StereoSound& sound)
+{
+    return write(path, sound, kFloats, [](float value) { return value; });
 }

@@ -12,3 +12,6 @@ std::optional<StereoSound> readWav(const std::filesystem::path& path);
 
 /// Writes 16-bit RIFF WAVE. Samples beyond full scale are cut to it. Returns whether all of it was written.
 bool writeWav(const std::filesystem::path& path, const StereoSound& sound);
+
+/// Writes 32-bit floats, every sample as it is.
+bool writeFloatWav(const std::filesystem::path& path, const StereoSound& sound);

@@ -37,6 +37,18 @@ TEST_F(WavFileTest, WhatIsWrittenComesBackToTheStepOfSixteenBits)
     EXPECT_EQ(read->right, (std::vector<float>{.25F, -1, kTop, -1}));
 }
 
+TEST_F(WavFileTest, WhatIsWrittenAsFloatsComesBackToTheBit)
+{
+    const StereoSound sound{44100, {0, .1F, -1.5F}, {1e-9F, -.3F, 2}};
+    ASSERT_TRUE(writeFloatWav(folder / "a.wav", sound));
+
+    const std::optional<StereoSound> read = readWav(folder / "a.wav");
+    ASSERT_TRUE(read.has_value());
+    EXPECT_EQ(read->rate, 44100);
+    EXPECT_EQ(read->left, sound.left);
+    EXPECT_EQ(read->right, sound.right);
+}
+
 TEST_F(WavFileTest, FloatsOfOneChannelBehindAForeignChunkAreRead)
 {
     using namespace std::string_literals;
