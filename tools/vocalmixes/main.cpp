@@ -1,4 +1,5 @@
 #include "heard/Fourier.h"
+#include "vocalmixes/IdealMask.h"
 #include "vocalmixes/Levels.h"
 #include "vocalmixes/Measures.h"
 #include "vocalmixes/Mix.h"
@@ -15,10 +16,12 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: vocalmix make STEMS MIX TARGET.wav\n"
+    "       vocalmix ideal STEMS MIX LOW HIGH TARGET.wav\n"
     "       vocalmix judge STEMS MIX LOW HIGH RESULT.wav...\n"
     "\n"
     "STEMS is the folder that stems.py has made, and MIX stands for\n"
     "    SONG VOICE PAN dry|room FROM SECONDS\n"
+    "make writes what a remover of voices gets, and ideal what one would make of it that knows the parts.\n"
     "judge prints a line of key=value pairs for what each remover of voices has made of the mix. A result that is "
     "late\n"
     "is judged as if it were not; delay says by how many frames.\n";
@@ -96,8 +99,9 @@ int main(int argc, char* argv[])
 {
     const std::vector<std::string> words(argv + 1, argv + argc);
     const bool makes = words.size() == 9 && words[0] == "make";
+    const bool idealizes = words.size() == 11 && words[0] == "ideal";
     const bool judges = words.size() >= 11 && words[0] == "judge";
-    if (!makes && !judges) {
+    if (!makes && !idealizes && !judges) {
         std::cerr << kUsage;
         return EXIT_FAILURE;
     }
@@ -109,13 +113,18 @@ int main(int argc, char* argv[])
     if (makes) {
         return writeFloatWav(words[8], mix->sum) ? EXIT_SUCCESS : EXIT_FAILURE;
     }
+    const double low = std::atof(words[8].c_str());
+    const double high = std::atof(words[9].c_str());
+    if (idealizes) {
+        return writeFloatWav(words[10], vocalmixes::idealResult(*mix, low, high)) ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     for (std::size_t i = 10; i < words.size(); ++i) {
         const auto result = readWav(words[i]);
         if (!result) {
             std::cerr << words[i] << " cannot be read\n";
             return EXIT_FAILURE;
         }
-        printJudgement(*mix, *result, std::atof(words[8].c_str()), std::atof(words[9].c_str()));
+        printJudgement(*mix, *result, low, high);
     }
     return EXIT_SUCCESS;
 }

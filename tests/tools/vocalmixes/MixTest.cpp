@@ -1,5 +1,7 @@
 #include "vocalmixes/Mix.h"
 
+#include "vocalmixes/IdealMask.h"
+#include "vocalmixes/Measures.h"
 #include "wave/WavFile.h"
 
 #include <gtest/gtest.h>
@@ -106,6 +108,13 @@ TEST_F(VocalMixTest, ARoomAnswersFromBothSides)
     EXPECT_GT(answer, .005);
     EXPECT_LT(answer, .1);
     EXPECT_GT(energy({made.voice.right.begin() + 2 * kRate, made.voice.right.end()}), 0);  // after the last word
+}
+
+TEST_F(VocalMixTest, WhoKnowsThePartsTakesAVoiceBetweenTheCutOffsFromTonesOfOtherPitches)
+{
+    const Mix made = mix({"song", "singer", 0, false, 0, 4});
+    EXPECT_GT(signalToDistortion(made.accompaniment, idealResult(made, 300, 8000)), 25);
+    EXPECT_GT(signalToDistortion(made.sum, idealResult(made, 6000, 8000)), 50);
 }
 
 TEST_F(VocalMixTest, AMixWithoutAllOfItsPartsIsNone)
