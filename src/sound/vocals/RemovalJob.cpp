@@ -12,13 +12,14 @@
 namespace sound {
 namespace {
 
-constexpr std::int64_t shortestSegment = 32 * 1024;
+/// Where nothing is removed, segments have no surroundings.
+constexpr std::int64_t leastFrames = 32 * 1024;
 
-/// Segments of one length, as many for each worker. Their surroundings are worked through once more with each, so
-/// that they are no shorter than need be.
+/// Segments of one length, as many for each worker. Their surroundings are worked through once more with each, and
+/// all that a worker has in hand takes memory: so they are neither short nor long.
 FrameCount fittingSegment(FrameCount sound, FrameCount surroundings, int workers)
 {
-    const std::int64_t shortest = std::max(4 * surroundings.value, shortestSegment);
+    const std::int64_t shortest = std::max(surroundings.value, leastFrames);
     const std::int64_t longest = 4 * shortest;
     const std::int64_t rounds = sound.value / (longest * workers) + 1;
     return {std::clamp(sound.value / (rounds * workers) + 1, shortest, longest)};

@@ -13,7 +13,8 @@ namespace {
 // Windows that live by what is told are promised 30 ms; the system may be late.
 constexpr auto tellInterval = 10ms;
 
-constexpr unsigned mostWorkers = 16;
+// Each takes memory for what it works on.
+constexpr unsigned mostWorkers = 8;
 
 int allCores()
 {

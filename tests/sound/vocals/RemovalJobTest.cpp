@@ -61,7 +61,7 @@ protected:
 
 TEST_F(RemovalJobTest, NeitherTheSegmentsNorTheThreadsShowInWhatComesOut)
 {
-    const VocalCanceller canceller({44100}, {});
+    const VocalCanceller canceller({lowRate}, {});
     const FrameCount segment{4 * canceller.grid().value};
     for (const std::int64_t length : {std::int64_t{0}, std::int64_t{1}, segment.value - 1, segment.value,
                                       segment.value + 1, 3 * segment.value + 17}) {
@@ -78,7 +78,7 @@ TEST_F(RemovalJobTest, NeitherTheSegmentsNorTheThreadsShowInWhatComesOut)
 
 TEST_F(RemovalJobTest, NorDoTheSegmentsThatItChoosesItself)
 {
-    writeInput(noisyWave(300'000));
+    writeInput(noisyWave(200'000));
     ASSERT_EQ(doJob(settings(), 1, onePiece), VocalRemoval::Done);
     const QByteArray whole = contentOf(files.path("out.wav"));
     ASSERT_EQ(doJob(settings(), 3), VocalRemoval::Done);
@@ -117,7 +117,7 @@ TEST_F(RemovalJobTest, SilenceStaysSilenceInEveryForm)
          {WaveSamples::Pcm8, WaveSamples::Pcm16, WaveSamples::Pcm24, WaveSamples::Pcm32, WaveSamples::Float32}) {
         const char silence = kind == WaveSamples::Pcm8 ? '\x80' : '\0';
         const QByteArray samples(qsizetype{10'000} * bytesPerFrame(kind), silence);
-        writeInput(waveBytes(kind, 44100, samples));
+        writeInput(waveBytes(kind, lowRate, samples));
         ASSERT_EQ(doJob(settings()), VocalRemoval::Done);
         EXPECT_EQ(framesIn(files.path("out.wav")), samples);
     }
@@ -126,11 +126,11 @@ TEST_F(RemovalJobTest, SilenceStaysSilenceInEveryForm)
 TEST_F(RemovalJobTest, WhatIsNoFiniteNumberIsSilenceAndDoesNotSpread)
 {
     constexpr float infinity = std::numeric_limits<float>::infinity();
-    std::vector<float> samples = slideWithNoise(44100, 2, 20'000).samples;
+    std::vector<float> samples = slideWithNoise(lowRate, 2, 20'000).samples;
     samples[10'001] = infinity;
     samples[20'000] = -infinity;
     samples[20'001] = std::numeric_limits<float>::quiet_NaN();
-    writeInput(waveBytes(44100, samples));
+    writeInput(waveBytes(lowRate, samples));
     ASSERT_EQ(doJob(settings(everythingPasses)), VocalRemoval::Done);
     const QByteArray passed = framesIn(files.path("out.wav"));
     samples[10'001] = samples[20'000] = samples[20'001] = 0;
@@ -140,7 +140,7 @@ TEST_F(RemovalJobTest, WhatIsNoFiniteNumberIsSilenceAndDoesNotSpread)
     samples[30'000] = std::numeric_limits<float>::max();
     samples[30'002] = -std::numeric_limits<float>::max();
     samples[39'999] = infinity;
-    writeInput(waveBytes(44100, samples));
+    writeInput(waveBytes(lowRate, samples));
     ASSERT_EQ(doJob(settings()), VocalRemoval::Done);
     const QByteArray removed = framesIn(files.path("out.wav"));
     ASSERT_EQ(removed.size(), passed.size());

@@ -14,6 +14,9 @@
 /// Files of stereo sound for removals, and what is found in their outputs.
 namespace sound::test {
 
+/// Hertz. The lower the rate, the less a voice takes to be removed.
+constexpr int lowRate = 8000;
+
 inline QByteArray waveBytes(WaveSamples kind, int rate, const QByteArray& frames)
 {
     const auto head = waveHead({rate}, 2, kind, {frames.size() / (2 * bytesPerSample(kind))});
@@ -29,14 +32,14 @@ inline QByteArray waveBytes(int rate, const std::vector<float>& samples)
 
 inline QByteArray noisyWave(std::int64_t frames)
 {
-    return waveBytes(44100, slideWithNoise(44100, 2, frames).samples);
+    return waveBytes(lowRate, slideWithNoise(lowRate, 2, frames).samples);
 }
 
 /// A file with more silence than any removal comes to the end of while a test runs. It takes no room on the disc.
 inline QString endlessFile(const SoundFiles& files, const QString& name)
 {
     constexpr std::int64_t frames = 8'000'000'000;
-    const auto head = waveHead({44100}, 2, WaveSamples::Float32, {frames});
+    const auto head = waveHead({lowRate}, 2, WaveSamples::Float32, {frames});
     const QString path =
         files.write(name, {reinterpret_cast<const char*>(head.data()), static_cast<qsizetype>(head.size())});
     EXPECT_TRUE(QFile::resize(path, static_cast<qint64>(head.size()) + frames * 8));
