@@ -178,6 +178,19 @@ TEST(WholeFile, OnceTheDiscWasFullCannotBeFinished)
     EXPECT_FALSE(QFile::exists(files.path("a")));
 }
 
+TEST(WholeFile, WhatNoLongerFitsBehindWhatIsOnTheDiscKeepsItFromBeingFinished)
+{
+    const SoundFiles files;
+    const auto file = WholeFile::create(files.path("a"));
+    ASSERT_TRUE(file && file->writeAt(0, bytes("half of")) && file->bringToDisc());
+    {
+        const DiscOf full(8);
+        EXPECT_FALSE(file->writeAt(7, bytes("the other half")));
+    }
+    EXPECT_FALSE(file->finish());
+    EXPECT_FALSE(QFile::exists(files.path("a")));
+}
+
 TEST(WholeFile, NeverTakesThePlaceOfAnythingButARegularFile)
 {
     const SoundFiles files;
