@@ -16,7 +16,7 @@ public:
 
     /// Returns when the output file is written, or when that has failed and the user knows. Does nothing while a
     /// run is under way, nor for a source that is not there. Events go on meanwhile; when the window is closed it
-    /// returns at once, and the job under way ends with its engine.
+    /// returns at once, and the job under way has ended with its engine.
     void cmdProcess_Click();
 
 private:

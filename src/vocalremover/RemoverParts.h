@@ -13,7 +13,8 @@ class VocalRemoverExtendedEngine;
 class WindowLife;
 struct RemoverState;
 
-/// What the routines of a vocal remover's window work with. All of it outlives them.
+/// What the routines of a vocal remover's window work with. All of it outlives them, but for the player and the
+/// editor: these end when the window is closed, and no routine may come to them after that.
 struct RemoverParts
 {
     PlayerEngine& Player;

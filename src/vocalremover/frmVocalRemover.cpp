@@ -74,6 +74,8 @@ void frmVocalRemover::Load()
     filter->sldGain_Change();
 }
 
+// The removers may be on the stack, and go with the window. What waits lies perhaps under another wait, of a
+// command of the main window, and returns only behind that: the jobs are not to go on until then.
 void frmVocalRemover::done(int result)
 {
     life.close();
@@ -82,7 +84,10 @@ void frmVocalRemover::done(int result)
         flag->giveUp();
     engines.VocalRemover->GiveUp();
     engines.VocalRemoverExtended->GiveUp();
+    engines.Player.reset();
+    engines.Editor.reset();
     QDialog::done(result);
+    setEnabled(false);
 }
 
 void frmVocalRemover::keyPressEvent(QKeyEvent* event)

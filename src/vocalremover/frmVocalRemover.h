@@ -25,8 +25,8 @@ class frmVocalRemover;
 /// the two routines, a run and a preview. It is independent of the main window's sound and has engines of its own.
 ///
 /// The window is made, then Load() runs once while it is still hidden, then it is shown, blocking or not. It keeps
-/// nothing from one opening to the next. Closing it is never refused: removals under way are given up and waits
-/// end, what has not been written by then is not written any more, and the engines end with the window. Where a
+/// nothing from one opening to the next. Closing it is never refused: removals under way are given up, waits end,
+/// and the player and the editor end at once, so that nothing sounds and nothing is written any more. Where a
 /// routine of its own is on the stack then, Qt::WA_DeleteOnClose deletes the window only behind that. Escape does
 /// not close it, for a run takes minutes.
 class frmVocalRemover : public QDialog
@@ -57,7 +57,7 @@ private:
     const VocalRemoverSurroundings surroundings;
     RemoverState state;
     WindowLife life;
-    const VocalRemoverEngines engines;
+    VocalRemoverEngines engines;
     const std::unique_ptr<Ui::frmVocalRemover> ui;
 
     // Behind the form's own controls, which come first for the Tab key.

@@ -1,5 +1,6 @@
 #include "vocalremover/VocalRemoverTest.h"
 
+#include <QApplication>
 #include <QEventLoop>
 
 using ::testing::InSequence;
@@ -336,6 +337,40 @@ TEST_P(ClosedInEitherOpening, GoesAtOnceWhileNothingRuns)
         delete alive.data();
     }
     EXPECT_TRUE(gone);
+}
+
+// The wait of another command of the program lies over that of the run, which therefore cannot return yet.
+TEST_P(ClosedInEitherOpening, EndsThePlayerAndTheEditorThoughItsRunCannotReturnYet)
+{
+    const QPointer<QObject> itsPlayer = player;
+    const QPointer<QObject> itsEditor = editor;
+    const auto closeUnderAnotherWait = [&] {
+        QEventLoop another;
+        QTimer::singleShot(0, window, [&] {
+            close();
+            EXPECT_TRUE(itsPlayer.isNull());
+            EXPECT_TRUE(itsEditor.isNull());
+            for (const char* button : {"cmdProcess", "cmdConvertPlayPreview", "cmdConvertStopPreview",
+                                       "cmdPlayOriginal", "cmdInput", "cmdOutput"})
+                click(button);  // does nothing any more
+            QTimer::singleShot(0, &another, &QEventLoop::quit);
+        });
+        another.exec();
+        EXPECT_FALSE(alive.isNull());
+    };
+    {
+        const InSequence order;
+        expectWholeExport();
+        expectRemoval();
+        expectForgottenFiles();
+        expectLoadedResult();
+        EXPECT_CALL(*editor, ExportToFile).WillOnce([&] {
+            QTimer::singleShot(0, qApp, closeUnderAnotherWait);
+            return 0;
+        });
+    }
+    expectGivenUp();
+    EXPECT_EQ(endsAfterClick("cmdProcess", GetParam()), wantedEnds(GetParam()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Openings, ClosedInEitherOpening, openings, [](const auto& info) {
