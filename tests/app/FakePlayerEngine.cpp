@@ -22,6 +22,12 @@ int FakePlayerEngine::LoadSound(short, const QString&)
     return 0;
 }
 
+int FakePlayerEngine::ExportSoundRange(short player, const QString&, int, const int&)
+{
+    QTimer::singleShot(0, this, [this, player] { emit ConversionDone(player, 1); });
+    return 0;
+}
+
 void FakePlayerEngine::CloseSound(short)
 {
     status = Empty;

@@ -39,7 +39,7 @@ public:
     void LoadEqualizerPreset(short, int) override {}
     int LoadEqualizerFile(short, const QString&) override { return 0; }
     int SaveEqualizerFile(short, const QString&) override { return 0; }
-    int ExportSoundRange(short, const QString&, int, const int&) override { return 0; }
+    int ExportSoundRange(short player, const QString&, int, const int&) override;
     int LastError() const override { return 0; }
     VuMeterControl& VuMeter() override { return *this; }
 
