@@ -57,7 +57,9 @@ public:
     /// GetDuration() is valid when it returns. Where it fails the player keeps the sound it had, playing or not.
     virtual int LoadSound(short player, const QString& path) = 0;
 
-    /// As LoadSound, and reports the decoding of the whole sound: ConversionPercent, then ConversionDone.
+    /// As LoadSound, and reports the decoding of the whole sound: ConversionPercent, then ConversionDone. Who plays
+    /// the sound meanwhile has no need of the report: it ends. There is none while the player still exports another
+    /// sound, so that ConversionDone is always that of what was begun last and waited for.
     virtual int LoadSoundForExport(short player, const QString& path) = 0;
 
     /// Stops and releases the sound; GetDuration() is 0 and GetPlayerStatus() Empty from then on.

@@ -119,7 +119,7 @@ int SoundPlayerEngine::load(short player, const QString& path, bool report)
     const auto before = static_cast<Status>(GetPlayerStatus(player));
     slot->sound = std::move(opened.sound);
     slot->player.load(slot->sound);
-    slot->reportsDecoding = report;
+    slot->reportsDecoding = report && !slot->rangeExport;
     slot->decodedPercent = -1;
     endedByCommand(player, before);
     watch();
@@ -142,6 +142,7 @@ void SoundPlayerEngine::CloseSound(short player)
 // Events never come out of the call that causes them, but through the event loop.
 void SoundPlayerEngine::started(short player, Status before)
 {
+    players[static_cast<size_t>(player)]->reportsDecoding = false;
     watch();
     if (before != Playing)
         QMetaObject::invokeMethod(

@@ -292,6 +292,33 @@ TEST_F(SoundPlayerEngineTest, AnExportOfASoundThatIsStillLoadingIsDoneWhenItsFil
     EXPECT_THAT(events, ElementsAre("done 0"));
 }
 
+TEST_F(SoundPlayerEngineTest, ASoundLoadedBesideAnExportIsNotTakenForItsEnd)
+{
+    init();
+    const QString target = files.path("out.wav");
+    std::vector<bool> there;
+    QObject::connect(&engine, &PlayerEngine::ConversionDone,
+                     [&](short, int) { there.push_back(QFileInfo::exists(target)); });
+    ASSERT_EQ(engine.LoadSound(0, sineFile("a.wav", 120)), 0);
+    const int end = -1;
+    ASSERT_EQ(engine.ExportSoundRange(0, target, 0, end), 0);
+    ASSERT_EQ(engine.LoadSoundForExport(0, sineFile("short.wav", 1)), 0);
+    ASSERT_TRUE(eventually([&] { return !there.empty(); }));
+    EXPECT_THAT(there, ElementsAre(true));
+}
+
+TEST_F(SoundPlayerEngineTest, WhatPlaysIsNoLongerReportedAsLoading)
+{
+    init();
+    ASSERT_EQ(engine.LoadSoundForExport(0, sineFile("a.wav", 1)), 0);
+    engine.PlaySound(0);
+    ASSERT_TRUE(eventually([&] { return clock().running(); }));
+    clock().play(50000);
+    ASSERT_TRUE(eventually([this] { return events.size() > 1; }));
+    EXPECT_THAT(events, ElementsAre("playing 0", "finished 0"));
+    EXPECT_TRUE(percents.empty());
+}
+
 TEST_F(SoundPlayerEngineTest, ExportSoundRangeWritesTheStretchToTheFrame)
 {
     init();
