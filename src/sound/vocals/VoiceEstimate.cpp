@@ -6,12 +6,12 @@
 namespace sound {
 namespace {
 
-constexpr std::size_t steadyWindows = 15;  // an instrument's proportion is taken over so many on either side
+constexpr std::size_t steadyWindows = 11;  // an instrument's proportion is taken over so many on either side
 constexpr int passes = 2;                  // each knows better than the one before when the voice is weak
 
 // How strong the music along is beside that across, where nothing else is known: what is in the middle of a record
 // is stronger than its sides.
-constexpr float musicAlong = 6;
+constexpr float musicAlong = 10;
 
 // Even an instrument that stands almost where the voice does has a little of its own there.
 constexpr float leastAlong = 0.05F;

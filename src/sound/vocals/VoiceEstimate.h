@@ -23,7 +23,7 @@ struct TurnedSpectra
 /// An instrument to the side is in both channels, along and across, in a proportion that is its own. Where the
 /// voice is weak that proportion can be heard, and since an instrument keeps its place, it holds for the moments
 /// when the voice covers it: what is across then tells the instrument's part along, to be left where it is, with
-/// its phase and at its level. So the proportion is the one of least squares over a third of a second on either
+/// its phase and at its level. So the proportion is the one of least squares over a quarter of a second on either
 /// side, and each moment counts for the less, the more voice is in it (the weights that make it the likeliest one
 /// for a voice of changing strength).
 ///
@@ -35,7 +35,7 @@ class VoiceEstimate
 {
 public:
     /// How many windows before and behind one decide about it, and how many bins below and above.
-    static constexpr std::size_t windowsAround = 33;
+    static constexpr std::size_t windowsAround = 25;
     static constexpr std::size_t binsAround = 5;
 
     /// The first bin of @p sound, which outlives the estimate, is bin @p firstBin of the whole spectrum.
