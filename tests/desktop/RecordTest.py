@@ -110,7 +110,7 @@ class RecordTest(DesktopTest):
         self.start(Show_Tips_at_Startup=0)
         self.player.press("ctrl+r")
         self.player.wait_for_window("^Recorder initial settings$")
-        self.assertFalse(self.player._windows(RECORDER))
+        self.assertFalse(self.player.windows(RECORDER))
         self.player.act("Show this screen in the future", "check box")
         self.player.act("Close", "push button")
         self.player.wait_for_window(RECORDER)
@@ -118,7 +118,7 @@ class RecordTest(DesktopTest):
         self.player.wait_for_no_window(RECORDER)
         self.player.activate()
         self.open_recorder()
-        self.assertFalse(self.player._windows("^Recorder initial settings$"))
+        self.assertFalse(self.player.windows("^Recorder initial settings$"))
 
 
 if __name__ == "__main__":

@@ -10,6 +10,7 @@ class Player:
         self._stage = stage
         self._program = program
         self._accessibility = None
+        self._gone = ()  # what is raised for a control that is no more
         self.process = None
 
     # Its windows
@@ -20,10 +21,10 @@ class Player:
 
         def window_without_boxes():
             self.check_alive()
-            if self._windows("^Error"):
+            if self.windows("^Error"):
                 self._answer_box("^Error")
                 return False
-            return self._windows("^Larkspin$") and self.shows("Playlist", "list")  # the splash has the same title
+            return self.windows("^Larkspin$") and self.shows("Playlist", "list")  # the splash has the same title
 
         wait_until(window_without_boxes, "the main window")
         self.activate()
@@ -36,7 +37,7 @@ class Player:
         return self.process is not None and self.process.poll() is None
 
     def window(self):
-        return wait_until(lambda: self._windows("^Larkspin$"), "the main window")[0]
+        return wait_until(lambda: self.windows("^Larkspin$"), "the main window")[0]
 
     def activate(self):
         self._xdotool("windowactivate", "--sync", self.window())
@@ -53,15 +54,15 @@ class Player:
         if self.process is not None:
             self._stage.processes.end(self.process)
 
-    def _windows(self, title):
+    def windows(self, title):
         return self._stage.run("xdotool", "search", "--onlyvisible", "--name", title, check=False).split()
 
     def _answer_box(self, title):
-        box = self._windows(title)
+        box = self.windows(title)
         if box:
             self._xdotool("windowactivate", "--sync", box[0])
             self.press("Return")
-            wait_until(lambda: box[0] not in self._windows(title), "a message box to go")
+            wait_until(lambda: box[0] not in self.windows(title), "a message box to go")
 
     # Keys and mouse
 
@@ -90,10 +91,11 @@ class Player:
             import gi
 
             gi.require_version("Atspi", "2.0")
-            from gi.repository import Atspi
+            from gi.repository import Atspi, GLib
 
             Atspi.set_timeout(2000, 5000)
             self._accessibility = Atspi
+            self._gone = GLib.GError
         desktop = self._accessibility.get_desktop(0)
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
@@ -102,16 +104,27 @@ class Player:
                 return application
         return None
 
-    def _look_for(self, name, role):
+    def _walk(self, enters=lambda item: True):
+        """The program's tree, of which parts may go while it is walked: a window that closes."""
         waiting = [self._application()]
         while waiting:
             item = waiting.pop(0)
-            if item is None or item.get_role_name() == "tool bar":
-                continue  # the tool bar repeats the panels' buttons by the same names
-            if item.get_name() == name and (role is None or item.get_role_name() == role):
-                if item.get_state_set().contains(self._accessibility.StateType.SHOWING):
-                    return item
-            waiting += [item.get_child_at_index(index) for index in range(item.get_child_count())]
+            try:
+                if item is not None and enters(item):
+                    yield item
+                    waiting += [item.get_child_at_index(index) for index in range(item.get_child_count())]
+            except self._gone:
+                continue
+
+    def _look_for(self, name, role):
+        # The tool bar repeats the panels' buttons by the same names.
+        for item in self._walk(lambda item: item.get_role_name() != "tool bar"):
+            try:
+                if item.get_name() == name and (role is None or item.get_role_name() == role):
+                    if item.get_state_set().contains(self._accessibility.StateType.SHOWING):
+                        return item
+            except self._gone:
+                continue
         return None
 
     def find(self, name, role=None):
@@ -166,14 +179,13 @@ class Player:
 
     def showing(self):
         """All that can be seen of the program, as a screen reader lists it."""
-        waiting = [self._application()]
-        while waiting:
-            item = waiting.pop(0)
-            if item is None:
+        for item in self._walk():
+            try:
+                shown = item.get_state_set().contains(self._accessibility.StateType.SHOWING)
+            except self._gone:
                 continue
-            if item.get_state_set().contains(self._accessibility.StateType.SHOWING):
+            if shown:
                 yield item
-            waiting += [item.get_child_at_index(index) for index in range(item.get_child_count())]
 
     # What a screen reader does with it
 
@@ -197,16 +209,16 @@ class Player:
         self.wait_for_window(title)
         self.type(path)
         self.press("Return")
-        wait_until(lambda: not self._windows(title), "the file dialog to go")
+        wait_until(lambda: not self.windows(title), "the file dialog to go")
         self.activate()
 
     def wait_for_window(self, title):
         """Returns when a window of this title is there and has the keys."""
-        windows = wait_until(lambda: self._windows(title), f"a window “{title}”")
+        windows = wait_until(lambda: self.windows(title), f"a window “{title}”")
         self._xdotool("windowactivate", "--sync", windows[0])
 
     def wait_for_no_window(self, title):
-        wait_until(lambda: not self._windows(title), f"the window “{title}” to go")
+        wait_until(lambda: not self.windows(title), f"the window “{title}” to go")
 
     def pick(self, label):
         """Clicks an item of the playlist, which loads it."""
