@@ -6,6 +6,7 @@ Run it when the windows have changed. Each picture is a window, without its fram
 """
 
 import os
+import shutil
 import sys
 import time
 
@@ -85,6 +86,19 @@ def main():
         player.press("alt+r")
         time.sleep(2)
         take(stage, "^Sound card recorder$", os.path.join(MANUAL, "recorder.png"))
+        player.press("alt+F4")
+        player.wait_for_no_window("^Sound card recorder$")
+        player.activate()
+        player.press("ctrl+v")
+        player.wait_for_window("^Vocal Remover$")
+        player.click("Browse input", "push button")
+        player.answer_file_dialog("^Open audio", shutil.copy(os.path.join(build, "practice", TRACKS[0]), stage.folder))
+        player.wait_for_window("^Vocal Remover$")
+        player.set_value("Low cut-off frequency in hertz", 150)
+        player.set_value("Vocal pan", 20)
+        player.set_value("Position in seconds", 5)
+        time.sleep(1)
+        take(stage, "^Vocal Remover$", os.path.join(MANUAL, "vocal-remover.png"))
         player.end()
 
 
