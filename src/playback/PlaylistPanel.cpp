@@ -4,30 +4,11 @@
 #include "playback/PlaybackState.h"
 #include "playback/PlaylistItem.h"
 #include "playback/PositionPanel.h"
+#include "support/dialogs/AudioFileFilter.h"
 #include "support/dialogs/CommonDialog.h"
 #include "ui_PlaylistPanel.h"
 
 #include <QMenu>
-
-namespace {
-
-constexpr QLatin1StringView openFilter(
-    "All supported audio formats|"
-    "*.mp3;*.mp2;*.wav;*.ogg;*.cda;*.aiff;*.wma;*.wmv;*.asx;*.asf;"
-    "*.m4a;*.mp4;*.flac;*.aac;*.ac3;*.wv|"
-    "MP3 and MP2 sounds (*.mp3;*.mp2)|*.mp3;*.mp2|"
-    "AAC and MP4 sounds (*.aac;*.mp4)|*.aac;*.mp4|"
-    "WAV sounds (*.wav)|*.wav|"
-    "OGG Vorbis sounds (*.ogg)|*.ogg|"
-    "Audio CD tracks (*.cda)|*.cda|"
-    "AIFF sounds (*.aiff)|*.aiff|"
-    "Windows Media sounds (*.wma;*.wmv;*.asx;*.asf)|*.wma;*.wmv;*.asx;*.asf|"
-    "AC3 sounds (*.ac3)|*.ac3|"
-    "ALAC sounds (*.m4a)|*.m4a|"
-    "FLAC sounds (*.flac)|*.flac|"
-    "WavPack sounds (*.wv)|*.wv|");
-
-}  // namespace
 
 PlaylistPanel::PlaylistPanel(PlayerEngine& SoundTouch, PlaybackState& state, PositionPanel& position,
                              CommonDialog& CommonDialog1, QWidget* parent)
@@ -70,7 +51,7 @@ void PlaylistPanel::cmdOpen_Click()
 {
     FileDialogSetup setup;
     setup.title = QStringLiteral("Open audio");
-    setup.filter = openFilter;
+    setup.filter = audioFileFilter;
     setup.flags = FileDialogSetup::AllowMultiselect | FileDialogSetup::Explorer | FileDialogSetup::NoLongNames;
     setup.maxFileSize = 32000;
     setup.cancelIsError = true;

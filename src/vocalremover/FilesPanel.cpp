@@ -1,6 +1,7 @@
 #include "vocalremover/FilesPanel.h"
 
 #include "engines/EditorEngine.h"
+#include "support/dialogs/AudioFileFilter.h"
 #include "support/dialogs/CommonDialog.h"
 #include "ui_FilesPanel.h"
 #include "vocalremover/OutputFormat.h"
@@ -8,22 +9,6 @@
 #include "vocalremover/WindowLife.h"
 
 namespace {
-
-constexpr QLatin1StringView inputFilter(
-    "All supported audio formats|"
-    "*.mp3;*.mp2;*.wav;*.ogg;*.cda;*.aiff;*.wma;*.wmv;*.asx;*.asf;"
-    "*.m4a;*.mp4;*.flac;*.aac;*.ac3;*.wv|"
-    "MP3 and MP2 sounds (*.mp3;*.mp2)|*.mp3;*.mp2|"
-    "AAC and MP4 sounds (*.aac;*.mp4)|*.aac;*.mp4|"
-    "WAV sounds (*.wav)|*.wav|"
-    "OGG Vorbis sounds (*.ogg)|*.ogg|"
-    "Audio CD tracks (*.cda)|*.cda|"
-    "AIFF sounds (*.aiff)|*.aiff|"
-    "Windows Media sounds (*.wma;*.wmv;*.asx;*.asf)|*.wma;*.wmv;*.asx;*.asf|"
-    "AC3 sounds (*.ac3)|*.ac3|"
-    "ALAC sounds (*.m4a)|*.m4a|"
-    "FLAC sounds (*.flac)|*.flac|"
-    "WavPack sounds (*.wv)|*.wv|");
 
 constexpr QLatin1StringView outputFilter(
     "WAV files (*.wav)|*.wav|MP3 files (*.mp3)|*.mp3|WMA files (*.wma)|*.wma|AAC files (*.aac)|*.aac|"
@@ -74,7 +59,7 @@ void FilesPanel::cmdInput_Click()
 {
     const WindowLife::Routine routine(life);
     FileDialogSetup setup = setupWith(QStringLiteral("Open audio"));
-    setup.filter = inputFilter;
+    setup.filter = audioFileFilter;
     const FileDialogAnswer answer = dialog.ShowOpen(setup);
     if (answer.fileName.isEmpty() || life.isClosed())
         return;
