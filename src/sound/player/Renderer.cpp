@@ -205,10 +205,10 @@ void Renderer::renderLeaving(float* stereo)
 }
 
 // Goes over to the idle path, started at @p first. To start a stretcher takes longer than a block may where the
-// output's buffer is short, so half of it is done one block ahead, while the running path sounds on. When something
-// else is wanted meanwhile, that is begun instead; the second time it is started in one go, so that a change in
-// each block is heard all the same. Starts that follow each other without a rest would take more time than there
-// is.
+// output's buffer is short, so half of it is done one block ahead, while the running path sounds on. What has been
+// begun is finished, whatever is wanted by then, so that a change in each block is heard all the same and no block
+// has more to do than half a start; what is wanted instead comes next. Starts that follow each other without a rest
+// would take more time than there is.
 void Renderer::renderRestart(FramePosition first, float* stereo)
 {
     LoadedSound& sound = *current.sound;
@@ -218,27 +218,26 @@ void Renderer::renderRestart(FramePosition first, float* stereo)
         jumps ? first
               : foldedIn(current.window,
                          FramePosition{std::llround(path().position(static_cast<double>(blockFrames.value)))});
-    const bool halfDone = halfStart.done && halfStart.transport == wanted &&
-                          halfStart.changes == settings.changes && halfStart.first == first;
     const bool endsBefore = !current.window.repeats && predicted >= current.window.end;
     const bool rests = settings.changes.stretches() && sinceStart < framesIn(restAfterStart, outputRate);
     if (rests && !endsBefore) {
         renderSounding(stereo);
         return;
     }
-    if (halfDone) {
+    const bool begun = halfStart.done && (halfStart.jumps || halfStart.first == place());
+    if (begun) {
         idle.finishStart();
-    } else if (!(halfStart.done && halfStart.again) && settings.changes.stretches() && !endsBefore &&
-               decodedAt(predicted)) {
-        halfStart = {true, halfStart.done, wanted, settings.changes, predicted};
+        current = halfStart.transport;
+    } else if (!halfStart.done && settings.changes.stretches() && !endsBefore && decodedAt(predicted)) {
+        halfStart = {true, jumps, wanted, predicted};
         idle.beginStart(sound.source(), wanted.window, predicted, settings.changes);
         renderSounding(stereo);
         return;
     } else {
         idle.start(sound.source(), wanted.window, first, settings.changes);
+        current = wanted;
     }
     halfStart.done = false;
-    current = wanted;
     ended = false;
     renderCrossover(stereo);
 }

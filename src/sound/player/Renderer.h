@@ -54,9 +54,8 @@ private:
     struct HalfStart
     {
         bool done = false;
-        bool again = false;  // in place of another one that had come to nothing
+        bool jumps = false;
         Transport transport;
-        Changes changes;
         FramePosition first;
     };
 

@@ -175,9 +175,9 @@ TEST(RendererChangeTest, AChangeOfMindWhileAStartIsUnderWayLeavesThePlaceExact)
     bench.render(bench.block());
     bench.settings.changes = {0.7, pitchOf(2), 1.1};
     bench.settingsChanged();
-    bench.render(2 * bench.block());
-    // Two blocks as before, and one with the change that holds.
-    EXPECT_NEAR(bench.position() - before, (2 + 0.7 * 1.1) * static_cast<double>(bench.block()), 1.5);
+    bench.render(6 * bench.block());
+    // One block as before; five with what had been begun, of which three are rest; one with the change that holds.
+    EXPECT_NEAR(bench.position() - before, (1 + 5 * 0.8 + 0.7 * 1.1) * static_cast<double>(bench.block()), 1.5);
     bench.render(bench.block());
     const double from = bench.position();
     bench.output.clear();
@@ -201,7 +201,7 @@ TEST(RendererChangeTest, AnotherPlaceInEachBlockIsHeardAllTheSame)
             ++arrivals;
         last = bench.position();
     }
-    EXPECT_EQ(arrivals, 5);  // three blocks of rest, two that are overtaken, and one start
+    EXPECT_EQ(arrivals, 6);  // three blocks of rest, and two for a start
 }
 
 }  // namespace
