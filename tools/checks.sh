@@ -47,16 +47,29 @@ check_tidy() {
             --extra-arg=-Wno-everything 2>/dev/null
 }
 
-# test_under_sanitizers PRESET LABELS [WITHOUT]: builds the tests with these labels and without that one, which are named
-# as their targets are, and what they need; nothing else of the program.
-test_under_sanitizers() {
-    local preset=$1 chosen=(--label-regex "$2") tests
-    if [ -n "${3-}" ]; then
-        chosen+=(--label-exclude "$3")
-    fi
-    configure "$preset"
-    mapfile -t tests < <(ctest --preset "$preset" -N "${chosen[@]}" | sed -n 's/^ *Test *#[0-9]*: //p')
-    build "$preset" "${tests[@]}"
+# tests_of PRESET [CTEST'S CHOICE...]: their names, which are those of their targets too.
+tests_of() {
+    local preset=$1
+    shift
+    ctest --preset "$preset" -N "$@" | sed -n 's/^ *Test *#[0-9]*: //p'
+}
+
+# pass PRESET JOBS [CTEST'S CHOICE...]: what listens in real time comes first and by itself, for it wants the processor when
+# it wants it, and mostly waits.
+pass() {
+    local preset=$1 lanes=$2
+    shift 2
     note "Testing: $preset"
-    ctest --preset "$preset" "${chosen[@]}" --output-on-failure -j "$jobs"
+    ctest --preset "$preset" --label-regex real-time --output-on-failure -j "$((3 * jobs))"
+    ctest --preset "$preset" "$@" --output-on-failure -j "$lanes"
+}
+
+# test_under_sanitizers PRESET LABELS WITHOUT: builds the tests with these labels and without that one, and what they
+# need; nothing else of the program.
+test_under_sanitizers() {
+    local preset=$1 tests
+    configure "$preset"
+    mapfile -t tests < <(tests_of "$preset" --label-regex "$2" --label-exclude "$3")
+    build "$preset" "${tests[@]}"
+    pass "$preset" "$jobs" --label-regex "$2" --label-exclude "real-time|$3"
 }
