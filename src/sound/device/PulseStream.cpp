@@ -17,6 +17,7 @@ namespace {
 
 constexpr int channels = 2;
 constexpr std::chrono::milliseconds pauseAfterFailure{10};
+constexpr std::chrono::milliseconds leastRequest{14};
 constexpr std::int64_t bytesAFrame = channels * sizeof(float);
 
 void release(pa_operation* operation)
@@ -126,9 +127,11 @@ void PulseStream::makeStream()
     pa_buffer_attr buffer{};
     buffer.maxlength = static_cast<std::uint32_t>(-1);
     buffer.tlength = bytesIn(AudioOutput::longestDelay, rate);
-    // The server takes what is between two requests and the length as the speakers' own buffer: 15 of the 60 ms.
-    // The other 45 are three of its takes, two of which may pass while a block is long in the making.
-    buffer.minreq = bytesIn(AudioOutput::longestDelay / 4, rate);
+    // The server takes half of what two requests leave of the length as the speakers' own buffer: 16 of the 60 ms.
+    // Each of its takes is then more than the least request, and asked for at once. Were they equal, one take in
+    // two would fall short by a rounding, and be asked for together with the next: the rest would not last until
+    // then.
+    buffer.minreq = bytesIn(leastRequest, rate);
     // One request's worth starts the sound again after a gap; none at all would let the server skip what comes
     // late.
     buffer.prebuf = buffer.minreq;
