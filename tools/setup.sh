@@ -10,6 +10,7 @@ build_packages=(
     libavcodec-dev libavformat-dev libavutil-dev libswresample-dev
     librubberband-dev libsoxr-dev libfftw3-dev libpulse-dev
     libcdio-dev libcdio-cdda-dev libcdio-paranoia-dev
+    libmp3lame-dev libburn-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     fp-utils
 )
@@ -26,7 +27,7 @@ stage_packages=(
 
 # To judge its sources and data files, and to make sounds for its tests.
 check_packages=(
-    clang-format-14 clang-tidy-14 desktop-file-utils appstream ffmpeg
+    clang-format-14 clang-tidy-14 desktop-file-utils appstream ffmpeg lame
     fluidsynth timgm6mb-soundfont festival festvox-kallpc16k espeak-ng
 )
 

@@ -2,7 +2,9 @@
 
 #include <memory>
 
+class DiscEngine;
 class EditorEngine;
+class Mp3EncoderEngine;
 class OutputMixer;
 class PlayerEngine;
 class RecorderEngine;
@@ -26,6 +28,12 @@ public:
     /// Null where this build has no vocal remover, as with the editor: it has both of them or none.
     virtual std::unique_ptr<VocalRemoverEngine> createVocalRemover() = 0;
     virtual std::unique_ptr<VocalRemoverExtendedEngine> createVocalRemoverExtended() = 0;
+
+    /// Null where this build has no MP3 encoder, as with the editor.
+    virtual std::unique_ptr<Mp3EncoderEngine> createMp3Encoder() = 0;
+
+    /// Null where this build writes no discs, as with the editor.
+    virtual std::unique_ptr<DiscEngine> createDisc() = 0;
 
     virtual std::unique_ptr<OutputMixer> createOutputMixer() = 0;
 };

@@ -4,7 +4,9 @@
 #include "app/FakePlayerEngine.h"
 #include "app/FakeRecorderEngine.h"
 #include "app/FakeVocalRemoverEngine.h"
+#include "engines/DiscEngine.h"
 #include "engines/EngineSet.h"
+#include "engines/Mp3EncoderEngine.h"
 #include "engines/OutputMixer.h"
 
 #include <memory>
@@ -33,5 +35,7 @@ public:
     {
         return std::make_unique<FakeVocalRemoverExtendedEngine>();
     }
+    std::unique_ptr<Mp3EncoderEngine> createMp3Encoder() override { return nullptr; }
+    std::unique_ptr<DiscEngine> createDisc() override { return nullptr; }
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<FakeOutputMixer>(); }
 };

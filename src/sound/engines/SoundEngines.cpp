@@ -1,5 +1,7 @@
 #include "sound/engines/SoundEngines.h"
 
+#include "engines/DiscEngine.h"
+#include "engines/Mp3EncoderEngine.h"
 #include "sound/device/PulseMixer.h"
 #include "sound/device/PulseSources.h"
 #include "sound/device/SystemOutput.h"
@@ -48,6 +50,9 @@ public:
     {
         return std::make_unique<SoundVocalRemoverExtendedEngine>();
     }
+
+    std::unique_ptr<Mp3EncoderEngine> createMp3Encoder() override { return nullptr; }
+    std::unique_ptr<DiscEngine> createDisc() override { return nullptr; }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
 

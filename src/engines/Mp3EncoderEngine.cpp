@@ -1,0 +1,3 @@
+#include "engines/Mp3EncoderEngine.h"
+
+Mp3EncoderEngine::~Mp3EncoderEngine() = default;
