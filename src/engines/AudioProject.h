@@ -48,12 +48,14 @@ public:
 
     /// Puts a file in at @p position, from 1, before the track that has it; what is beyond the end is the end. A
     /// name without a folder lies in the current one. @p ok is false, and the tracks are as before, where the file
-    /// is no sound of a format above, or less than a disc can hold: below 44100 Hz. Also while a write is under way.
+    /// is no sound of a format above, or less than a disc can hold: below 44100 Hz. Also while a write is under
+    /// way.
     ///
     /// The file is read whole, once, to find its true length.
     virtual void AddTrack(const QString& file, int position, bool& ok) = 0;
 
-    /// Positions are from 1. One that no track has removes nothing, and has no file, the format Wav and the length 0.
+    /// Positions are from 1. One that no track has removes nothing, and has no file, the format Wav and the length
+    /// 0.
     virtual void RemoveTrack(int position) = 0;
     virtual int GetTrackCount() = 0;
     virtual QString GetTrackFile(int position) = 0;

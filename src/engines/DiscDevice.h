@@ -30,8 +30,8 @@ private:
 
 /// Something that discs are written with: a drive, or a disc image on the hard disc. The engine owns it.
 ///
-/// What is told of a disc, its speeds included, is what the last RefreshDisc found, and nothing before the first one.
-/// While the device writes, RefreshDisc changes nothing.
+/// What is told of a disc, its speeds included, is what the last RefreshDisc found, and nothing before the first
+/// one. While the device writes, RefreshDisc changes nothing.
 class DiscDevice
 {
 public:
@@ -58,8 +58,8 @@ public:
     /// Hands the written disc over: opens the drive. The argument means nothing.
     virtual void ReleaseDisc(bool) = 0;
 
-    /// Reads the disc that is loaded now. The argument means nothing. Blocks for as long as the drive needs to see a
-    /// disc that was just put in, seconds maybe.
+    /// Reads the disc that is loaded now. The argument means nothing. Blocks for as long as the drive needs to see
+    /// a disc that was just put in, seconds maybe.
     virtual void RefreshDisc(int) = 0;
 
     virtual DiscInfo GetDiscInfo() = 0;

@@ -37,9 +37,9 @@ struct DiscFileReport
 
 /// Writes audio discs.
 ///
-/// **Discs.** Red Book: sectors of 2352 bytes, which are 588 frames of 44100 Hz, 16 bits and two channels; tracks of
-/// whole sectors, at least four seconds long; at most 99 of them. What has another rate, width or number of channels
-/// is brought to that.
+/// **Discs.** Red Book: sectors of 2352 bytes, which are 588 frames of 44100 Hz, 16 bits and two channels; tracks
+/// of whole sectors, at least four seconds long; at most 99 of them. What has another rate, width or number of
+/// channels is brought to that.
 /// **Threads.** Calls and signals belong to the main thread. Writing has threads of its own.
 /// **End.** An engine that is destroyed gives up the write under way.
 class DiscEngine : public QObject

@@ -48,7 +48,8 @@ class WriteWatch
 public:
     virtual ~WriteWatch();
 
-    /// The write has come to this stage: LeadIn, Writing, ClosingTrack, LeadOut, UpdatingVolume. @p track is from 0.
+    /// The write has come to this stage: LeadIn, Writing, ClosingTrack, LeadOut, UpdatingVolume. @p track is from
+    /// 0.
     virtual void stage(DiscStage stage, int track) = 0;
 
     /// So many sectors of this track, from 0, are on the disc.
@@ -77,8 +78,8 @@ struct WriteOutcome
 
 /// Something that discs are written with.
 ///
-/// **Threads.** The writing thread calls write(), and nothing else is called until it has returned; all else comes from
-/// the main thread.
+/// **Threads.** The writing thread calls write(), and nothing else is called until it has returned; all else comes
+/// from the main thread.
 class DiscDrive
 {
 public:
@@ -97,8 +98,8 @@ public:
     virtual LoadedDisc disc() const = 0;
     virtual std::vector<WriteSpeed> speeds() const = 0;
 
-    /// Writes the whole disc and returns when it is done, given up or failed. Whatever the end, the drive is ready for
-    /// the next one, and what a failed or given up write has left on the hard disc is gone.
+    /// Writes the whole disc and returns when it is done, given up or failed. Whatever the end, the drive is ready
+    /// for the next one, and what a failed or given up write has left on the hard disc is gone.
     virtual WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch) = 0;
 
     /// Opens the drive, where it can be.
