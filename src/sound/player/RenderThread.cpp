@@ -14,6 +14,10 @@ namespace {
 
 constexpr auto reportInterval = 10ms;
 
+// An output that wants more than this has missed a turn. In its usual course it wants a quarter of its length, a
+// server that takes large pieces more, but never so much when the last of a piece is rendered.
+constexpr auto fullReserve = 25ms;
+
 // Where the system lets it, before all ordinary threads, and before the window where that is no ordinary one;
 // elsewhere the output's buffer has to do.
 void askForPriority()
@@ -119,7 +123,7 @@ void RenderThread::fill()
         renderer.update(transport.latest(), settings.latest());
         if (renderer.rate() != outputRate)
             return;
-        renderer.render(block);
+        renderer.render(block, started && output->wanted() > framesIn(fullReserve, outputRate));
         output->write(block, renderer.block());
     }
     if (!started) {

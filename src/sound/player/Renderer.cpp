@@ -74,7 +74,7 @@ void Renderer::adopt()
     timeline.append(entryAt(held, 0), {0});
 }
 
-void Renderer::render(float* stereo)
+void Renderer::render(float* stereo, bool hurried)
 {
     renderThread.expect();
     if (state == State::Waiting && decodedAt({std::llround(held)})) {
@@ -93,14 +93,14 @@ void Renderer::render(float* stereo)
         return;
     }
     if (wanted.jump != current.jump) {
-        renderRestart(next, stereo);
+        renderRestart(next, stereo, hurried);
         return;
     }
     if (wanted.window != current.window) {
         const bool sameSamples = !path().changes().stretches() && !path().changes().resamples() &&
                                  !path().reader().inSeam(path().reader().position());
         if (!sameSamples) {
-            renderRestart(next, stereo);
+            renderRestart(next, stereo, hurried);
             return;
         }
         path().replaceWindow(current.sound->source(), wanted.window);
@@ -109,7 +109,7 @@ void Renderer::render(float* stereo)
     const bool rested = sinceChange >= framesIn(restartInterval, outputRate);
     const bool stretchDiffers = settings.changes.tempo != inForce.tempo || settings.changes.pitch != inForce.pitch;
     if (!path().canChangeTo(settings.changes) || (rested && (stretchDiffers || dragged))) {
-        renderRestart(next, stereo);
+        renderRestart(next, stereo, hurried);
         return;
     }
     if (settings.changes != inForce) {
@@ -207,9 +207,9 @@ void Renderer::renderLeaving(float* stereo)
 // Goes over to the idle path, started at @p first. To start a stretcher takes longer than a block may where the
 // output's buffer is short, so half of it is done one block ahead, while the running path sounds on. What has been
 // begun is finished, whatever is wanted by then, so that a change in each block is heard all the same and no block
-// has more to do than half a start; what is wanted instead comes next. Starts that follow each other without a rest
-// would take more time than there is.
-void Renderer::renderRestart(FramePosition first, float* stereo)
+// has more to do than half a start; what is wanted instead comes next. Starts that follow each other without a
+// rest, or that begin when time is short already, would take more than there is.
+void Renderer::renderRestart(FramePosition first, float* stereo, bool hurried)
 {
     LoadedSound& sound = *current.sound;
     PlayPath& idle = sound.path(1 - activePath);
@@ -219,8 +219,8 @@ void Renderer::renderRestart(FramePosition first, float* stereo)
               : foldedIn(current.window,
                          FramePosition{std::llround(path().position(static_cast<double>(blockFrames.value)))});
     const bool endsBefore = !current.window.repeats && predicted >= current.window.end;
-    const bool rests = settings.changes.stretches() && sinceStart < framesIn(restAfterStart, outputRate);
-    if (rests && !endsBefore) {
+    const bool rests = (hurried && !halfStart.done) || sinceStart < framesIn(restAfterStart, outputRate);
+    if (rests && settings.changes.stretches() && !endsBefore) {
         renderSounding(stereo);
         return;
     }

@@ -41,7 +41,10 @@ public:
     FrameCount block() const { return blockFrames; }
 
     /// Writes the next block() frames, left and right interleaved; silence where nothing plays.
-    void render(float* stereo);
+    ///
+    /// @p hurried tells that the output's reserve is running out. What takes long is then not begun: a change that
+    /// comes some blocks later is better than a gap.
+    void render(float* stereo, bool hurried = false);
 
     /// What is heard when the frames of the last @p delay are still under way.
     Snapshot heard(FrameCount delay) const;
@@ -71,7 +74,7 @@ private:
     void renderStart(float* stereo);
     void renderSounding(float* stereo);
     void renderLeaving(float* stereo);
-    void renderRestart(FramePosition first, float* stereo);
+    void renderRestart(FramePosition first, float* stereo, bool hurried);
     void renderCrossover(float* stereo);
     void finish(const float* frames, float* stereo, TimelineEntry entry);
 

@@ -76,7 +76,7 @@ void RendererBench::render(std::int64_t count)
     const auto blockSamples = static_cast<std::size_t>(block() * 2);
     for (std::int64_t done = 0; done < count; done += block()) {
         output.resize(output.size() + blockSamples);
-        renderer.render(output.data() + output.size() - blockSamples);
+        renderer.render(output.data() + output.size() - blockSamples, hurried);
     }
 }
 

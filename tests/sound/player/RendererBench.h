@@ -25,6 +25,9 @@ public:
     Settings settings;
     void settingsChanged();
 
+    /// Whether the output's reserve is running out.
+    bool hurried = false;
+
     /// Renders at least @p count frames more, in whole blocks.
     void render(std::int64_t count);
 

@@ -162,6 +162,29 @@ TEST(RendererChangeTest, AfterADraggedSliderHasComeToRestThePlaceIsExactAgain)
     EXPECT_NEAR(heard, (from + to) / 2, 100);
 }
 
+TEST(RendererChangeTest, WhileTheOutputRunsOutNothingIsBegunAndTheRunningSoundGoesOn)
+{
+    RendererBench bench(sineSound(rate, 1, 330, 30));
+    bench.settings.changes.tempo = 0.8;
+    bench.play(44100);
+    bench.render(44100);
+
+    bench.hurried = true;
+    bench.settings.changes.pitch = pitchOf(2);
+    bench.settingsChanged();
+    bench.seek(10 * 44100);
+    const double before = bench.position();
+    bench.render(5 * bench.block());
+    EXPECT_NEAR(bench.position() - before, 0.8 * 5 * static_cast<double>(bench.block()), 1.5);
+
+    // What has been begun is finished.
+    bench.hurried = false;
+    bench.render(bench.block());
+    bench.hurried = true;
+    bench.render(bench.block());
+    EXPECT_NEAR(bench.position(), 10 * 44100 + 0.8 * static_cast<double>(bench.block()), 1.5);
+}
+
 TEST(RendererChangeTest, AChangeOfMindWhileAStartIsUnderWayLeavesThePlaceExact)
 {
     constexpr double first = 500;
