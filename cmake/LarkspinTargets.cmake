@@ -60,6 +60,13 @@ function(larkspin_library name)
     file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER} ${room}/${ARG_FOLDER} SYMBOLIC)
     target_include_directories(${name} PUBLIC ${room})
     target_link_libraries(${name} PUBLIC ${ARG_CALLS} ${ARG_USES} PRIVATE ${ARG_PRIVATE_USES})
+
+    # Where several sources are built at once, all of a library's are.
+    set_target_properties(${name} PROPERTIES UNITY_BUILD_BATCH_SIZE 0)
+    # Windows need not be quick to be watched.
+    if(LARKSPIN_SANITIZE AND NOT ARG_FOLDER MATCHES "^sound/")
+        target_compile_options(${name} PRIVATE -O0)
+    endif()
 endfunction()
 
 # larkspin_test(name SOURCES ... CALLS ... [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])

@@ -6,7 +6,7 @@ namespace sound {
 namespace {
 
 constexpr std::size_t gatheredBytes = std::size_t{256} * 1024;
-constexpr std::size_t samplesAtOnce = std::size_t{16} * 1024;
+constexpr std::size_t samplesAPass = std::size_t{16} * 1024;
 
 }  // namespace
 
@@ -35,7 +35,7 @@ bool WaveWriter::write(std::span<const float> interleaved)
 {
     samplesWritten += static_cast<std::int64_t>(interleaved.size());
     while (!interleaved.empty()) {
-        const auto now = interleaved.first(std::min(samplesAtOnce, interleaved.size()));
+        const auto now = interleaved.first(std::min(samplesAPass, interleaved.size()));
         const std::size_t before = gathered.size();
         gathered.resize(before + now.size() * static_cast<std::size_t>(bytesPerSample(samples)));
         packSamples(samples, now, std::span(gathered).subspan(before));
