@@ -113,6 +113,19 @@ bool NewFile::takeName()
     return true;
 }
 
+bool NewFile::takeFreeName(const QString& fileName)
+{
+    const QByteArray wanted = folderOf(name) + '/' + QFile::encodeName(fileName);
+    const bool taken = growingName.isEmpty() ? giveName(file, wanted.constData())
+                                             : ::renameat2(AT_FDCWD, growingName.constData(), AT_FDCWD,
+                                                           wanted.constData(), RENAME_NOREPLACE) == 0;
+    if (!taken)
+        return false;
+    name = wanted;
+    growingName.clear();
+    return true;
+}
+
 /// A folder that cannot be told so still holds the file.
 void NewFile::bringNameToDisc() const
 {

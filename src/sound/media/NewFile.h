@@ -32,6 +32,10 @@ public:
     /// Once. False where it cannot be given the name, which is then still the other file's.
     bool takeName();
 
+    /// As takeName(), with another name in the same folder, and only where nothing bears that. After a false one it
+    /// may be tried with the next.
+    bool takeFreeName(const QString& fileName);
+
     /// So that the new name outlives a sudden end of the machine.
     void bringNameToDisc() const;
 

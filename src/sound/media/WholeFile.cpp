@@ -38,4 +38,12 @@ bool WholeFile::finish()
     return true;
 }
 
+bool WholeFile::finishAs(const QString& fileName)
+{
+    if (!bringToDisc() || !file->takeFreeName(fileName))
+        return false;
+    file->bringNameToDisc();
+    return true;
+}
+
 }  // namespace sound

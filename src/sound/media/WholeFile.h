@@ -32,6 +32,10 @@ public:
     /// False as bringToDisc(), and where the file cannot have its name.
     bool finish();
 
+    /// As finish(), with another name in the same folder, and only where nothing bears that. After a false one it
+    /// may be tried with the next.
+    bool finishAs(const QString& fileName);
+
 private:
     explicit WholeFile(std::unique_ptr<NewFile> file);
 

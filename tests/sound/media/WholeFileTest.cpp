@@ -68,6 +68,20 @@ TEST(WholeFile, TakesItsNameOnlyWhenItIsWhole)
     EXPECT_EQ(everythingIn(files.folder()), QStringList{"a"});
 }
 
+TEST(WholeFile, TakesAnotherNameOnlyWhereNothingBearsIt)
+{
+    const auto takes = [] {
+        const SoundFiles files;
+        files.write("b", "somebody else's");
+        const auto file = WholeFile::create(files.path("a"));
+        return file && file->writeAt(0, bytes("whole")) && !file->finishAs("b") && errno == EEXIST &&
+               contentOf(files.path("b")) == "somebody else's" && file->finishAs("c") &&
+               contentOf(files.path("c")) == "whole" && everythingIn(files.folder()) == QStringList{"b", "c"};
+    };
+    EXPECT_TRUE(takes());
+    EXPECT_TRUE(sound::test::trueInCopy([&] { return forgetNamelessFiles() && takes(); }));
+}
+
 TEST(WholeFile, OnTheDiscItIsStillWithoutItsNameAndMayGrow)
 {
     const SoundFiles files;
