@@ -20,7 +20,7 @@ int main(int argc, char* argv[])
         std::fputs("remove_vocals SOURCE TARGET LOW-CUT-OFF HIGH-CUT-OFF PAN\n", stderr);
         return EXIT_FAILURE;
     }
-    const auto engines = sound::makeSoundEngines({});
+    const auto engines = sound::makeSoundEngines({}, {});
     const auto remover = engines->createVocalRemoverExtended();
     if (!remover)
         return EXIT_FAILURE;

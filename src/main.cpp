@@ -20,8 +20,8 @@ int main(int argc, char** argv)
     QApplication::setDesktopFileName("larkspin");
     const IconTheme icons;
 
-    const std::unique_ptr<EngineSet> engines =
-        sound::makeSoundEngines([] { return std::make_unique<WindowBarMeters>(); });
+    const std::unique_ptr<EngineSet> engines = sound::makeSoundEngines(
+        [] { return std::make_unique<WindowBarMeters>(); }, modSpecialFolders::recordingsFolder());
     QtCommonDialog dialog;
     QtBrowseForFolder folderDialog;
     QtMsgBox msgBox;

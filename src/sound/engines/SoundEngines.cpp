@@ -1,10 +1,10 @@
 #include "sound/engines/SoundEngines.h"
 
-#include "engines/DiscEngine.h"
 #include "engines/Mp3EncoderEngine.h"
 #include "sound/device/PulseMixer.h"
 #include "sound/device/PulseSources.h"
 #include "sound/device/SystemOutput.h"
+#include "sound/disc/SoundDiscEngine.h"
 #include "sound/editor/SoundEditorEngine.h"
 #include "sound/player/SoundPlayerEngine.h"
 #include "sound/recorder/KeepAwake.h"
@@ -22,8 +22,9 @@ using MakeBarMeters = std::function<std::unique_ptr<RecorderBarMeters>()>;
 class SoundEngines : public EngineSet
 {
 public:
-    explicit SoundEngines(MakeBarMeters make)
+    SoundEngines(MakeBarMeters make, QString folder)
         : makeBarMeters(std::move(make))
+        , recordingsFolder(std::move(folder))
     {
     }
 
@@ -52,7 +53,11 @@ public:
     }
 
     std::unique_ptr<Mp3EncoderEngine> createMp3Encoder() override { return nullptr; }
-    std::unique_ptr<DiscEngine> createDisc() override { return nullptr; }
+
+    std::unique_ptr<DiscEngine> createDisc() override
+    {
+        return std::make_unique<SoundDiscEngine>([] { return DiscDrives{}; }, recordingsFolder);
+    }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
 
@@ -68,14 +73,16 @@ private:
     }
 
     const MakeBarMeters makeBarMeters;
+    const QString recordingsFolder;
     std::optional<KeepAwake> awakening;
 };
 
 }  // namespace
 
-std::unique_ptr<EngineSet> makeSoundEngines(std::function<std::unique_ptr<RecorderBarMeters>()> makeBarMeters)
+std::unique_ptr<EngineSet> makeSoundEngines(std::function<std::unique_ptr<RecorderBarMeters>()> makeBarMeters,
+                                            const QString& recordingsFolder)
 {
-    return std::make_unique<SoundEngines>(std::move(makeBarMeters));
+    return std::make_unique<SoundEngines>(std::move(makeBarMeters), recordingsFolder);
 }
 
 }  // namespace sound

@@ -72,7 +72,7 @@ StereoSound withoutVoice(const StereoSound& sound, int pan)
     const QTemporaryDir folder;
     const QString input = folder.filePath("in.wav");
     const QString output = folder.filePath("out.wav");
-    const auto engines = sound::makeSoundEngines({});
+    const auto engines = sound::makeSoundEngines({}, {});
     const auto remover = engines->createVocalRemoverExtended();
     if (!remover || !writeFloatWav(input.toStdString(), sound))
         return {};

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "engines/DiscDevice.h"
+#include "sound/Eventually.h"
+#include "sound/SoundFiles.h"
+#include "sound/disc/ScriptedDrive.h"
+#include "sound/disc/SoundDiscEngine.h"
+
+#include <gtest/gtest.h>
+#include <QDir>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace sound::test {
+
+struct ToldProgress
+{
+    int total = 0;
+    int track = 0;
+    int trackPercent = 0;
+    DiscStage stage = DiscStage::Preparing;
+
+    bool operator==(const ToldProgress&) const = default;
+};
+
+inline bool isEnd(DiscStage stage)
+{
+    return stage >= DiscStage::Completed;
+}
+
+/// An engine with a scripted drive, and beside it the image writer in a folder of its own.
+class DiscEngineTest : public ::testing::Test
+{
+protected:
+    DiscEngineTest() { makeEngine(finding(script)); }
+
+    void makeEngine(FindDrives find)
+    {
+        engine = std::make_unique<SoundDiscEngine>(std::move(find), imageFolder());
+        QObject::connect(engine.get(), &DiscEngine::WriteProgress,
+                         [this](int total, int track, int trackPercent, DiscStage stage) {
+                             told.push_back({total, track, trackPercent, stage});
+                             if (onProgress)
+                                 onProgress(stage);
+                         });
+        QObject::connect(engine.get(), &DiscEngine::FileWarning,
+                         [this](const DiscFileReport& report, bool& letGoOn) {
+                             warnings.push_back(report);
+                             letGoOn = goOn;
+                             if (onWarning)
+                                 onWarning();
+                         });
+        QObject::connect(engine.get(), &DiscEngine::WriteError,
+                         [this](const DiscWriteError& error) { errors.push_back(error); });
+        engine->InitDevices(false);
+    }
+
+    AudioProject& project() { return *engine->GetAudioProject(); }
+    DiscDevice* device() { return engine->GetDevice(0); }
+    DiscDevice* imageWriter() { return engine->GetDevice(static_cast<short>(engine->GetDeviceCount() - 1)); }
+    QString imageFolder() const { return files.path("Recordings"); }
+    QStringList images() const
+    {
+        return QDir(imageFolder())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    }
+
+    /// A WAV file of a tone, 16 bits, 44100 Hz and stereo: as a disc has it.
+    QString tone(const QString& name, double seconds, double hertz = 440) const
+    {
+        return files.make(name, sine(hertz, 44100, 2, static_cast<std::int64_t>(seconds * 44100)));
+    }
+
+    bool add(const QString& file, int position = 1000)
+    {
+        bool ok = false;
+        project().AddTrack(file, position, ok);
+        return ok;
+    }
+
+    bool start(DiscDevice* on)
+    {
+        bool ok = false;
+        project().StartWrite(on, ok);
+        return ok;
+    }
+
+    bool ended() const { return !told.empty() && isEnd(told.back().stage); }
+
+    /// How the write ends; Preparing where it does not.
+    DiscStage end()
+    {
+        return eventually([this] { return ended(); }) ? told.back().stage : DiscStage::Preparing;
+    }
+
+    /// Writes, and says how it ended.
+    DiscStage write(DiscDevice* on)
+    {
+        told.clear();
+        return start(on) ? end() : DiscStage::Preparing;
+    }
+
+    /// The stages in their order, each time once.
+    std::vector<DiscStage> stages() const
+    {
+        std::vector<DiscStage> different;
+        for (const ToldProgress& progress : told) {
+            if (different.empty() || different.back() != progress.stage)
+                different.push_back(progress.stage);
+        }
+        return different;
+    }
+
+    SoundFiles files;
+    Script script;
+    std::vector<ToldProgress> told;
+    std::vector<DiscFileReport> warnings;
+    std::vector<DiscWriteError> errors;
+    std::function<void(DiscStage)> onProgress;
+    std::function<void()> onWarning;
+    bool goOn = true;
+    std::unique_ptr<SoundDiscEngine> engine;
+};
+
+}  // namespace sound::test
