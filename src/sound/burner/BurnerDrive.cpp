@@ -1,0 +1,54 @@
+#include "sound/burner/BurnerDrive.h"
+
+#include "sound/burner/DiscWrite.h"
+#include "sound/burner/GrabbedDrive.h"
+#include "sound/burner/WriteFailure.h"
+
+#include <utility>
+
+namespace sound {
+
+BurnerDrive::BurnerDrive(DriveIdentity who)
+    : identity(std::move(who))
+{
+}
+
+QString BurnerDrive::name() const
+{
+    const QString who = QStringLiteral("%1 %2").arg(identity.maker, identity.model).trimmed();
+    return QStringLiteral("%1 (%2)").arg(who, QString::fromLocal8Bit(identity.address.c_str())).trimmed();
+}
+
+void BurnerDrive::refresh()
+{
+    lastDisc = {};
+    lastSpeeds.clear();
+    const LibburnTurn turn;
+    const GrabbedDrive grabbed(turn, identity.address);
+    if (!grabbed.isThere())
+        return;
+    const DiscReport report = discReport(grabbed.drive());
+    lastDisc = loadedDisc(report);
+    lastSpeeds = writeSpeeds(report, speedReports(grabbed.drive()));
+}
+
+WriteOutcome BurnerDrive::write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch)
+{
+    LibburnTurn turn;
+    const GrabbedDrive grabbed(turn, identity.address);
+    if (grabbed.isThere())
+        return DiscWrite(identity, turn, grabbed.drive()).write(plan, feed, watch);
+    if (grabbed.systemError() != 0)
+        return {WriteOutcome::Failed, systemFailure(grabbed.systemError())};
+    return {WriteOutcome::Failed, writeFailure(turn.newMessages(), identity.maker, identity.model)};
+}
+
+void BurnerDrive::eject()
+{
+    const LibburnTurn turn;
+    GrabbedDrive grabbed(turn, identity.address);
+    if (grabbed.isThere())
+        grabbed.openAtEnd();
+}
+
+}  // namespace sound

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "sound/burner/DriveReport.h"
+
+#include <memory>
+#include <string>
+
+namespace burn {
+struct burn_write_opts;
+}
+
+namespace sound {
+
+/// Who a drive is and what it can, as it tells without a look at its disc.
+struct DriveIdentity
+{
+    std::string address;  // the device's file
+    QString maker;
+    QString model;
+    bool writesCds = false;
+    bool writesTests = false;
+    bool protectsFromUnderrun = false;
+};
+
+/// A drive that libburn has found. It is held only while one of refresh(), write() and eject() runs, so that other
+/// programs may use it in between, and its tray is never closed by itself. A drive that another program uses looks
+/// empty.
+///
+/// Texts for displays are written where the disc is written at once and the drive takes them: the room for them is
+/// the lead-in, which is the drive's own when tracks are written one by one.
+class BurnerDrive : public DiscDrive
+{
+public:
+    explicit BurnerDrive(DriveIdentity identity);
+
+    QString name() const override;
+    bool usable() const override { return identity.writesCds; }
+    bool hasUnderrunProtection() const override { return identity.protectsFromUnderrun; }
+    void refresh() override;
+    LoadedDisc disc() const override { return lastDisc; }
+    std::vector<WriteSpeed> speeds() const override { return lastSpeeds; }
+    WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch) override;
+    void eject() override;
+
+private:
+    const DriveIdentity identity;
+    LoadedDisc lastDisc;
+    std::vector<WriteSpeed> lastSpeeds;
+};
+
+}  // namespace sound
