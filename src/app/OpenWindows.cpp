@@ -1,12 +1,34 @@
 #include "app/OpenWindows.h"
 
-void OpenWindows::closeAll()
+#include <QEventLoopLocker>
+
+namespace {
+
+/// Goes with the window that it belongs to. Until then the program goes on without its main window, for which Qt
+/// would end it: windows that belong to that one do not count.
+class RunningProgram : public QObject
 {
+public:
+    using QObject::QObject;
+
+private:
+    const QEventLoopLocker locker;
+};
+
+}  // namespace
+
+bool OpenWindows::closeAll()
+{
+    closed = true;
+    bool allGone = true;
     while (!windows.isEmpty()) {
         const QPointer<QWidget> last = windows.takeLast();
-        if (last)
-            last->close();
+        if (last && !last->close()) {
+            new RunningProgram(last);
+            allGone = false;
+        }
     }
+    return allGone;
 }
 
 QWidget* OpenWindows::visibleOne(const QMetaObject& kind) const

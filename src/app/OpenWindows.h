@@ -5,7 +5,8 @@
 
 /// The windows that stand open beside the main window, in the order of their opening.
 ///
-/// A window lives from its opening to its closing: opened again it starts afresh.
+/// A window lives from its opening to its closing: opened again it starts afresh. Once all were closed none opens
+/// any more.
 class OpenWindows
 {
 public:
@@ -14,7 +15,7 @@ public:
     template <typename Window, typename Make>
     void show(Make make)
     {
-        if (!toFront<Window>())
+        if (!closed && !toFront<Window>())
             open(make());
     }
 
@@ -38,13 +39,19 @@ public:
     template <typename Dialog>
     void exec(Dialog& window)
     {
+        if (closed)
+            return;
         windows << &window;
         window.exec();
         windows.removeOne(&window);
     }
 
-    /// Closes them all, from the last to the first.
-    void closeAll();
+    /// Closes them all, from the last to the first; false where one refuses. That one stays, and the program does
+    /// not end before it is gone.
+    bool closeAll();
+
+    /// The end has come, or is coming.
+    bool areClosed() const { return closed; }
 
 private:
     QWidget* visibleOne(const QMetaObject& kind) const;
@@ -52,4 +59,5 @@ private:
     static void bringToFront(QWidget& window);
 
     QList<QPointer<QWidget>> windows;
+    bool closed = false;
 };

@@ -124,7 +124,8 @@ void frmMain::Unload()
 {
     lists.SaveList(playlist->lstAudio(), listFile());
     lists.SaveList(playlist->lstPath(), pathFile());
-    windows.closeAll();
+    if (!windows.closeAll())
+        SoundTouch->CloseSound(0);  // which else would go on as long as the window that stays
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

@@ -40,8 +40,9 @@ class frmMain;
 /// with menu, toolbar and keys, and with the windows that they open.
 ///
 /// The window is made, then Load() runs once while it is still hidden, then it is shown. Closing it writes the
-/// playlist and cannot be undone. No engine is stopped then: the sound ends with the player, and that with the
-/// window.
+/// playlist, closes the windows beside it, and cannot be undone. No engine is stopped then: the sound ends with the
+/// player, and that with the program. Only where a window refuses to be closed, and the program therefore goes on,
+/// is the sound ended.
 class frmMain : public QMainWindow
 {
     Q_OBJECT
