@@ -1,12 +1,12 @@
 #include "vocalremover/FilesPanel.h"
 
 #include "engines/EditorEngine.h"
+#include "support/WindowLife.h"
 #include "support/dialogs/AudioFileFilter.h"
 #include "support/dialogs/CommonDialog.h"
 #include "ui_FilesPanel.h"
 #include "vocalremover/OutputFormat.h"
 #include "vocalremover/OutputName.h"
-#include "vocalremover/WindowLife.h"
 
 namespace {
 

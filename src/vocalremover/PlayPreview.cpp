@@ -2,6 +2,7 @@
 
 #include "engines/PlayerEngine.h"
 #include "engines/VocalRemoverEngine.h"
+#include "support/WindowLife.h"
 #include "support/modFileExists.h"
 #include "vocalremover/FilesPanel.h"
 #include "vocalremover/PreviewPanel.h"
@@ -9,7 +10,6 @@
 #include "vocalremover/RemoverStages.h"
 #include "vocalremover/RemoverStatus.h"
 #include "vocalremover/TemporaryFiles.h"
-#include "vocalremover/WindowLife.h"
 
 PlayPreview::PlayPreview(const RemoverParts& parts)
     : parts(parts)

@@ -3,6 +3,7 @@
 #include "engines/EditorEngine.h"
 #include "engines/PlayerEngine.h"
 #include "engines/VocalRemoverEngine.h"
+#include "support/WindowLife.h"
 #include "support/dialogs/MsgBox.h"
 #include "support/modFileExists.h"
 #include "vocalremover/FilesPanel.h"
@@ -13,7 +14,6 @@
 #include "vocalremover/RemoverStatus.h"
 #include "vocalremover/TemporaryFiles.h"
 #include "vocalremover/VocalPositionPanel.h"
-#include "vocalremover/WindowLife.h"
 
 namespace {
 

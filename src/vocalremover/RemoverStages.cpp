@@ -2,6 +2,7 @@
 
 #include "engines/PlayerEngine.h"
 #include "engines/VocalRemoverEngine.h"
+#include "support/WindowLife.h"
 #include "support/dialogs/MsgBox.h"
 #include "support/modActiveSoundErrDesc.h"
 #include "vocalremover/FilesPanel.h"
@@ -11,7 +12,6 @@
 #include "vocalremover/RemoverState.h"
 #include "vocalremover/RemoverStatus.h"
 #include "vocalremover/TemporaryFiles.h"
-#include "vocalremover/WindowLife.h"
 
 bool loadSource(const RemoverParts& parts)
 {

@@ -1,7 +1,7 @@
 #include "vocalremover/VocalPositionPanel.h"
 
+#include "support/WindowLife.h"
 #include "ui_VocalPositionPanel.h"
-#include "vocalremover/WindowLife.h"
 #include "vocalremover/pictures/PanDial.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "support/WindowLife.h"
 #include "vocalremover/RemoverState.h"
 #include "vocalremover/VocalRemoverEngines.h"
 #include "vocalremover/VocalRemoverSurroundings.h"
-#include "vocalremover/WindowLife.h"
 
 #include <QDialog>
 #include <memory>

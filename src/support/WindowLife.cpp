@@ -1,4 +1,4 @@
-#include "vocalremover/WindowLife.h"
+#include "support/WindowLife.h"
 
 #include <QWidget>
 
