@@ -1,40 +1,13 @@
 #include "support/controls/ListBox.h"
 
+#include "support/ToolTipText.h"
+
 #include <QAbstractListModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <algorithm>
-
-namespace {
-
-/// About half the width of a small screen.
-constexpr qsizetype toolTipColumns = 80;
-
-// Tool tips take what looks like mark-up for it, and do not break a long name without blanks. As mark-up of our own
-// the text is shown to the letter, in lines that fit the screen, and in the list's direction of writing.
-QString asToolTip(const QString& text)
-{
-    QString shown;
-    for (QStringView rest(text); !rest.isEmpty();) {
-        qsizetype length = std::min(rest.size(), toolTipColumns);
-        if (length < rest.size()) {
-            if (const qsizetype blank = rest.left(length).lastIndexOf(u' '); blank > 0)
-                length = blank + 1;
-            else if (rest[length - 1].isHighSurrogate())
-                --length;
-        }
-        if (!shown.isEmpty())
-            shown += u'\n';
-        shown += rest.left(length);
-        rest = rest.mid(length);
-    }
-    return QStringLiteral("<p dir=\"ltr\" style=\"white-space:pre\">") + shown.toHtmlEscaped() +
-           QStringLiteral("</p>");
-}
-
-}  // namespace
 
 class ListBox::Texts : public QAbstractListModel
 {
@@ -56,7 +29,7 @@ public:
         if (role == Qt::DisplayRole)
             return text;
         if (role == Qt::ToolTipRole && list->toolTip().isEmpty())
-            return asToolTip(text);
+            return toolTipText(text);
         return {};
     }
 
