@@ -1,0 +1,11 @@
+#pragma once
+
+class CommonDialog;
+class MsgBox;
+
+/// What a disc writer's window finds around it. All of it outlives the window.
+struct DiscSurroundings
+{
+    CommonDialog& dialog;
+    MsgBox& msgBox;
+};
