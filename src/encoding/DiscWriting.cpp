@@ -39,10 +39,11 @@ void DiscWriting::SetControlsIdle(bool idle)
         window->setCursor(Qt::WaitCursor);
 }
 
+// While a message box of the check stood open the window can have been closed, or the command given once more.
 void DiscWriting::cmdWriteDisc_Click()
 {
     const WindowLife::Routine routine(parts.life);
-    if (!CheckDiscSpace() || parts.life.isClosed())
+    if (!CheckDiscSpace() || parts.life.isClosed() || !parts.state.WindowIdle)
         return;
     AudioProject& project = *parts.state.Project;
     project.SetProjectKind(1);

@@ -30,8 +30,13 @@ constexpr Column columns[] = {
 };
 constexpr int fileColumn = 1;
 
-constexpr int twipsPerPixel = 15;
-constexpr int firstWidth = 1440 / twipsPerPixel;
+constexpr int firstTwips = 1440;
+
+constexpr int asPixels(int twips)
+{
+    constexpr int twipsPerPixel = 15;
+    return (twips + twipsPerPixel / 2) / twipsPerPixel;
+}
 
 /// The path, without as many of its first folders as it takes to fit into the room.
 QString shortened(const QString& path, const QFontMetrics& metrics, int room)
@@ -98,7 +103,7 @@ void TrackListView::makeColumns()
         headerItem()->setText(i, QString::fromLatin1(columns[i].caption));
         headerItem()->setData(i, Key, QString::fromLatin1(columns[i].key));
         headerItem()->setData(i, Tag, QString::fromLatin1(columns[i].tag));
-        header()->resizeSection(i, firstWidth);
+        header()->resizeSection(i, asPixels(firstTwips));
     }
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -118,8 +123,7 @@ void TrackListView::fitColumns()
 {
     for (int i = 0; i < columnCount(); ++i) {
         const int sample = fontMetrics().horizontalAdvance(QLatin1String(columns[i].sample)) + 4 * marginOf(this);
-        header()->resizeSection(i,
-                                std::max({columns[i].twips / twipsPerPixel, header()->sectionSizeHint(i), sample}));
+        header()->resizeSection(i, std::max({asPixels(columns[i].twips), header()->sectionSizeHint(i), sample}));
     }
 }
 

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <functional>
@@ -174,6 +175,47 @@ TEST_F(FileDialog, AnswersSeveralFilesWithTheirFolderFirst)
     const FileDialogAnswer answer = dialog.ShowOpen(wanted);
     EXPECT_EQ(answer.fileName.split(QChar::Null), QStringList({folder.path(), "a.mp3", "b.mp3"}));
     EXPECT_EQ(answer.fileTitle, "");
+}
+
+TEST_F(FileDialog, LeavesTheFolderOfSeveralFilesAsTheCurrentOne)
+{
+    const QString before = QDir::currentPath();
+    const auto back = qScopeGuard([&] { QDir::setCurrent(before); });
+    FileDialogSetup wanted = setup();
+    wanted.flags = FileDialogSetup::AllowMultiselect;
+    whenShown([](QFileDialog& shown) { type(shown, R"("a.mp3" "b.mp3")"); });
+    const FileDialogAnswer answer = dialog.ShowOpen(wanted);
+    EXPECT_EQ(QDir::currentPath(), QDir(folder.path()).canonicalPath());
+    for (const QString& name : answer.fileName.split(QChar::Null).mid(1))
+        EXPECT_TRUE(QFile::exists(name)) << qPrintable(name);
+}
+
+TEST_F(FileDialog, LeavesTheCurrentFolderAloneForOneFileAndForACancel)
+{
+    const QString before = QDir::currentPath();
+    FileDialogSetup wanted = setup();
+    wanted.flags = FileDialogSetup::AllowMultiselect;
+    whenShown([](QFileDialog& shown) { type(shown, "a.mp3"); });
+    EXPECT_EQ(dialog.ShowOpen(wanted).fileName, folder.filePath("a.mp3"));
+    EXPECT_EQ(QDir::currentPath(), before);
+    wanted.fileName = folder.path() + QChar::Null + "a.mp3" + QChar::Null + "b.mp3";
+    whenShown([](QFileDialog& shown) { shown.reject(); });
+    EXPECT_EQ(dialog.ShowOpen(wanted).fileName, wanted.fileName);
+    EXPECT_EQ(QDir::currentPath(), before);
+}
+
+TEST_F(FileDialog, StartsInTheFolderOfSeveralFilesThatWerePickedBefore)
+{
+    QTemporaryDir elsewhere;
+    FileDialogSetup wanted = setup();
+    wanted.initialFolder = elsewhere.path();
+    wanted.fileName = folder.path() + QChar::Null + "a.mp3" + QChar::Null + "b.mp3";
+    whenShown([this](QFileDialog& shown) {
+        EXPECT_EQ(shown.directory().path(), folder.path());
+        EXPECT_EQ(shown.findChild<QLineEdit*>("fileNameEdit")->text(), "");
+        shown.reject();
+    });
+    dialog.ShowOpen(wanted);
 }
 
 TEST_F(FileDialog, AnswersACancelAsAnErrorWhereAsked)

@@ -15,6 +15,8 @@ struct FileDialogSetup
     };
 
     QString title;
+
+    /// The file that is chosen first. Of several, in the form of an answer, only their folder counts.
     QString fileName;
 
     /// Descriptions and their patterns in turn, each ended by a bar: "WAV sounds (*.wav)|*.wav|". A description may
@@ -51,7 +53,7 @@ struct FileDialogAnswer
     int error = 0;
 
     /// The full path. Where several files were picked: their folder, then each file's name, with a zero character
-    /// between them.
+    /// between them. That folder is the process's current one then, so that the names can be opened as they are.
     QString fileName;
 
     /// The name of the one file without its folder; empty for several.

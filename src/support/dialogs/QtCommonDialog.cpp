@@ -122,7 +122,9 @@ void QtCommonDialog::prepare(QFileDialog& dialog, const FileDialogSetup& setup, 
     dialog.setDirectory(
         firstExisting({setup.initialFolder, lastFolder,
                        QStandardPaths::writableLocation(QStandardPaths::MusicLocation), QDir::homePath()}));
-    if (!setup.fileName.isEmpty())
+    if (const QStringList parts = setup.fileName.split(QChar::Null); parts.size() > 1)
+        dialog.setDirectory(firstExisting({parts.first(), dialog.directory().path()}));
+    else if (!setup.fileName.isEmpty())
         dialog.selectFile(setup.fileName);
 }
 
@@ -145,6 +147,8 @@ FileDialogAnswer QtCommonDialog::ask(const FileDialogSetup& setup, Purpose purpo
         if (paths.size() == 1)
             answer.fileTitle = QFileInfo(answer.fileName).fileName();
         lastFolder = folderOf(paths.value(0));
+        if (paths.size() > 1)
+            QDir::setCurrent(answer.fileName.section(QChar::Null, 0, 0));
         return answer;
     }
     FileDialogAnswer answer;
