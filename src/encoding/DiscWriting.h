@@ -38,7 +38,7 @@ class DiscWriting : public QObject
     Q_OBJECT
 
 public:
-    /// The parts outlive it, but for the panels, which may go at any time after the last signal.
+    /// The parts outlive it.
     explicit DiscWriting(const DiscWritingParts& parts, QObject* parent = nullptr);
 
     void SetControlsIdle(bool idle);
