@@ -26,7 +26,8 @@ bool SectorRing::put(std::span<const std::byte> sectors, const std::stop_token& 
 {
     std::unique_lock lock(mutex);
     while (!sectors.empty()) {
-        if (!changed.wait(lock, givenUp, [this] { return waiting() < size(); }))
+        changed.wait(lock, givenUp, [this] { return waiting() < size(); });
+        if (givenUp.stop_requested())
             return false;
         const std::span<std::byte> room = piece(filled, size() - waiting(), sectors.size());
         lock.unlock();

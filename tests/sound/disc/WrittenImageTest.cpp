@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <map>
 #include <numbers>
 #include <span>
 
@@ -67,14 +68,14 @@ std::vector<int> samplesOf(const QByteArray& bytes)
     return {samples.begin(), samples.end()};
 }
 
-/// The samples of a WAV file of 16 bits and 44100 Hz, on two channels.
-std::vector<int> exactSamples(const QString& file)
+/// The samples of a WAV file of 16 bits and 44100 Hz; a single channel's twice.
+std::vector<int> exactSamples(const QString& file, int channels)
 {
     QByteArray bytes;
-    runFfmpeg({"-i", "file:" + file, "-ac", "1", "-f", "s16le", "pipe:1"}, {}, &bytes);
+    runFfmpeg({"-i", "file:" + file, "-f", "s16le", "pipe:1"}, {}, &bytes);
     std::vector<int> stereo;
     for (const int sample : samplesOf(bytes))
-        stereo.insert(stereo.end(), 2, sample);
+        stereo.insert(stereo.end(), channels == 1 ? 2 : 1, sample);
     return stereo;
 }
 
@@ -123,15 +124,15 @@ protected:
         return {};
     }
 
-    void expectSoundOf(const Source& source, const std::vector<int>& track) const
+    /// In steps of 16 bits, left and right.
+    static std::vector<double> soundIn(const Source& source, const QString& file)
     {
-        const QString file = files.path(source.file);
         std::vector<double> wanted;
         switch (source.measure) {
         case Measure::Bits:
-            for (const int sample : exactSamples(file))
+            for (const int sample : exactSamples(file, source.channels))
                 wanted.push_back(sample);
-            ASSERT_EQ(wanted.size(), static_cast<std::size_t>(2 * source.frames));
+            EXPECT_EQ(wanted.size(), static_cast<std::size_t>(2 * source.frames));
             break;
         case Measure::Decoded:
             for (const float sample : decodedByFfmpeg(file, 2))
@@ -142,9 +143,20 @@ protected:
                 wanted.push_back(sample * steps);
             break;
         case Measure::Tone:
+            break;
+        }
+        return wanted;
+    }
+
+    void expectSoundOf(const Source& source, const std::vector<int>& track)
+    {
+        if (source.measure == Measure::Tone) {
             expectTone(source, track);
             return;
         }
+        std::vector<double>& wanted = sounds[source.file];
+        if (wanted.empty())
+            wanted = soundIn(source, files.path(source.file));
         EXPECT_LE(worstDifference(track, wanted), source.tolerance) << source.file;
     }
 
@@ -190,6 +202,7 @@ protected:
     }
 
     QStringList sheets;
+    std::map<QString, std::vector<double>> sounds;
 };
 
 TEST_F(WrittenImageTest, TwelveTracksOfAllFormatsAreReadBackAsAnAudioCd)
