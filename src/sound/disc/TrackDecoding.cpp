@@ -12,7 +12,7 @@
 namespace sound {
 namespace {
 
-constexpr std::int64_t sectorsAtOnce = 64;
+constexpr std::int64_t sectorsAPiece = 64;
 
 }  // namespace
 
@@ -20,7 +20,7 @@ TrackDecoding::TrackDecoding(std::vector<DiscTrack> wanted, SectorSink& destinat
     : tracks(std::move(wanted))
     , sink(destination)
     , goOn(std::move(ask))
-    , buffer(static_cast<std::size_t>(sectorsAtOnce * Sectors::bytes))
+    , buffer(static_cast<std::size_t>(sectorsAPiece * Sectors::bytes))
     , thread([this, pace](const std::stop_token& givenUp) {
         if (pace == Pace::Yielding)
             yieldToOthers();
@@ -47,7 +47,7 @@ bool TrackDecoding::decode(const DiscTrack& track, const std::stop_token& givenU
         return fail(opened.error);
     bool isWhole = true;
     for (std::int64_t left = track.sectors(); left > 0;) {
-        const std::int64_t count = std::min(left, sectorsAtOnce);
+        const std::int64_t count = std::min(left, sectorsAPiece);
         const std::span<std::byte> bytes(buffer.data(), static_cast<std::size_t>(count * Sectors::bytes));
         opened.sound->read(bytes);
         if (isWhole && opened.sound->missing() > FrameCount{0}) {
