@@ -1,112 +1,69 @@
 #include "sound/media/PcmReader.h"
 
-#include "sound/media/ToFloat.h"
-
 #include <algorithm>
-#include <bit>
-#include <cstring>
+#include <optional>
+#include <span>
 
 namespace sound {
 namespace {
 
-static_assert(std::endian::native == std::endian::little);
-
-template <typename Word>
-Word reversed(Word word)
-{
-    if constexpr (sizeof(Word) == 2)
-        return __builtin_bswap16(word);
-    else if constexpr (sizeof(Word) == 4)
-        return __builtin_bswap32(word);
-    else
-        return __builtin_bswap64(word);
-}
-
-template <typename Sample, typename Word, bool bigEndian>
-void convertWords(const std::uint8_t* bytes, std::size_t samples, float* out)
-{
-    static_assert(sizeof(Sample) == sizeof(Word));
-    for (std::size_t i = 0; i < samples; ++i) {
-        Word word;
-        std::memcpy(&word, bytes + i * sizeof(Word), sizeof(Word));
-        out[i] = toFloat(std::bit_cast<Sample>(bigEndian ? reversed(word) : word));
-    }
-}
-
-template <bool bigEndian>
-void convert24(const std::uint8_t* bytes, std::size_t samples, float* out)
-{
-    for (std::size_t i = 0; i < samples; ++i, bytes += 3) {
-        const std::uint32_t high = bytes[bigEndian ? 0 : 2];
-        const std::uint32_t low = bytes[bigEndian ? 2 : 0];
-        out[i] = toFloat(static_cast<std::int32_t>(high << 24 | std::uint32_t{bytes[1]} << 16 | low << 8));
-    }
-}
-
-template <int middle>
-void convert8(const std::uint8_t* bytes, std::size_t samples, float* out)
-{
-    for (std::size_t i = 0; i < samples; ++i) {
-        out[i] = middle == 0 ? toFloat(static_cast<std::int8_t>(bytes[i])) : toFloat(bytes[i]);
-    }
-}
-
 constexpr std::int64_t framesAtOnce = 16 * 1024;
+
+std::optional<PcmForm> pcmFormOf(AVCodecID codec)
+{
+    using enum PcmForm::Kind;
+    switch (codec) {
+    case AV_CODEC_ID_PCM_U8:
+        return PcmForm{Unsigned8};
+    case AV_CODEC_ID_PCM_S8:
+        return PcmForm{Signed8};
+    case AV_CODEC_ID_PCM_S16LE:
+        return PcmForm{Integer16, false};
+    case AV_CODEC_ID_PCM_S16BE:
+        return PcmForm{Integer16, true};
+    case AV_CODEC_ID_PCM_S24LE:
+        return PcmForm{Integer24, false};
+    case AV_CODEC_ID_PCM_S24BE:
+        return PcmForm{Integer24, true};
+    case AV_CODEC_ID_PCM_S32LE:
+        return PcmForm{Integer32, false};
+    case AV_CODEC_ID_PCM_S32BE:
+        return PcmForm{Integer32, true};
+    case AV_CODEC_ID_PCM_F32LE:
+        return PcmForm{Float32, false};
+    case AV_CODEC_ID_PCM_F32BE:
+        return PcmForm{Float32, true};
+    case AV_CODEC_ID_PCM_F64LE:
+        return PcmForm{Float64, false};
+    case AV_CODEC_ID_PCM_F64BE:
+        return PcmForm{Float64, true};
+    default:
+        return std::nullopt;
+    }
+}
 
 }  // namespace
 
-PcmReader::Kind PcmReader::kindOf(AVCodecID codec)
-{
-    switch (codec) {
-    case AV_CODEC_ID_PCM_U8:
-        return {1, convert8<128>};
-    case AV_CODEC_ID_PCM_S8:
-        return {1, convert8<0>};
-    case AV_CODEC_ID_PCM_S16LE:
-        return {2, convertWords<std::int16_t, std::uint16_t, false>};
-    case AV_CODEC_ID_PCM_S16BE:
-        return {2, convertWords<std::int16_t, std::uint16_t, true>};
-    case AV_CODEC_ID_PCM_S24LE:
-        return {3, convert24<false>};
-    case AV_CODEC_ID_PCM_S24BE:
-        return {3, convert24<true>};
-    case AV_CODEC_ID_PCM_S32LE:
-        return {4, convertWords<std::int32_t, std::uint32_t, false>};
-    case AV_CODEC_ID_PCM_S32BE:
-        return {4, convertWords<std::int32_t, std::uint32_t, true>};
-    case AV_CODEC_ID_PCM_F32LE:
-        return {4, convertWords<float, std::uint32_t, false>};
-    case AV_CODEC_ID_PCM_F32BE:
-        return {4, convertWords<float, std::uint32_t, true>};
-    case AV_CODEC_ID_PCM_F64LE:
-        return {8, convertWords<double, std::uint64_t, false>};
-    case AV_CODEC_ID_PCM_F64BE:
-        return {8, convertWords<double, std::uint64_t, true>};
-    default:
-        return {};
-    }
-}
-
 std::unique_ptr<PcmReader> PcmReader::open(const AvInput& input)
 {
-    const Kind kind = kindOf(input.codec().codec_id);
+    const std::optional<PcmForm> form = pcmFormOf(input.codec().codec_id);
     const bool plain = input.is("wav") || input.is("w64") || input.is("aiff");
-    if (!plain || kind.convert == nullptr || input.codec().ch_layout.nb_channels > 2)
+    if (!plain || !form || input.codec().ch_layout.nb_channels > 2)
         return nullptr;
     const auto samples = findPcmSamples(*input.file());
     if (!samples)
         return nullptr;
-    std::unique_ptr<PcmReader> reader(new PcmReader(input, *samples, kind));
+    std::unique_ptr<PcmReader> reader(new PcmReader(input, *samples, *form));
     return reader->frames > 0 ? std::move(reader) : nullptr;
 }
 
-PcmReader::PcmReader(const AvInput& input, ByteRange samples, Kind sampleKind)
+PcmReader::PcmReader(const AvInput& input, ByteRange samples, PcmForm sampleForm)
     : file(input.file())
     , frameRate{input.codec().sample_rate}
     , channelCount(input.codec().ch_layout.nb_channels)
     , range(samples)
     , frames(0)
-    , kind(sampleKind)
+    , form(sampleForm)
 {
     frames = (range.end - range.begin) / static_cast<std::int64_t>(frameSize());
 }
@@ -128,7 +85,7 @@ bool PcmReader::next(std::vector<float>& interleaved)
     const std::size_t before = interleaved.size();
     const std::size_t samples = whole * static_cast<std::size_t>(channelCount);
     interleaved.resize(before + samples);
-    kind.convert(bytes.data(), samples, interleaved.data() + before);
+    unpackPcm(form, bytes, std::span(interleaved).subspan(before));
     range.begin += static_cast<std::int64_t>(whole * frameSize());
     return true;
 }

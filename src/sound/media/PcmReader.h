@@ -2,6 +2,7 @@
 
 #include "sound/media/AvInput.h"
 #include "sound/media/FrameStream.h"
+#include "sound/media/PcmSamples.h"
 #include "sound/media/counting/PcmChunks.h"
 
 #include <atomic>
@@ -22,24 +23,15 @@ public:
     void stop() override { stopped.store(true, std::memory_order_relaxed); }
 
 private:
-    using Convert = void (*)(const std::uint8_t* bytes, std::size_t samples, float* out);
-
-    struct Kind
-    {
-        std::size_t size = 0;  // of a sample, in bytes
-        Convert convert = nullptr;
-    };
-
-    PcmReader(const AvInput& input, ByteRange samples, Kind kind);
-    static Kind kindOf(AVCodecID codec);
-    std::size_t frameSize() const { return kind.size * static_cast<std::size_t>(channelCount); }
+    PcmReader(const AvInput& input, ByteRange samples, PcmForm form);
+    std::size_t frameSize() const { return static_cast<std::size_t>(bytesPerSample(form) * channelCount); }
 
     std::shared_ptr<const RegularFile> file;
     SampleRate frameRate;
     int channelCount;
     ByteRange range;  // what is still to be read
     std::int64_t frames;
-    Kind kind;
+    PcmForm form;
     std::vector<std::uint8_t> bytes;
     std::atomic<bool> stopped = false;
 };
