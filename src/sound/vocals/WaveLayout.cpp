@@ -1,5 +1,6 @@
 #include "sound/vocals/WaveLayout.h"
 
+#include "sound/media/WaveForm.h"
 #include "sound/media/counting/FileBytes.h"
 
 #include <algorithm>
@@ -22,19 +23,6 @@ constexpr std::uint32_t neverTold = 0xFFFFFFFF;
 constexpr std::uint32_t lowestRate = 1000;
 constexpr std::uint32_t highestRate = 384'000;
 
-constexpr int pcmTag = 1;
-constexpr int floatTag = 3;
-constexpr int extensibleTag = 0xFFFE;
-
-/// What makes a format of the GUID that begins with the tag of that format.
-constexpr std::array<std::uint8_t, 14> restOfFormatGuid = {0x00, 0x00, 0x00, 0x00, 0x10, 0x00, 0x80,
-                                                           0x00, 0x00, 0xAA, 0x00, 0x38, 0x9B, 0x71};
-
-int littleEndian16(Bytes bytes)
-{
-    return bytes[0] | bytes[1] << 8;
-}
-
 struct RiffChunk
 {
     std::array<std::uint8_t, 4> name = {};
@@ -44,38 +32,15 @@ struct RiffChunk
     bool isCalled(const char* fourCharacters) const { return is(name, fourCharacters); }
 };
 
-/// A format chunk's numbers.
-struct WaveForm
-{
-    explicit WaveForm(Bytes body)
-        : tag(littleEndian16(body))
-        , channels(littleEndian16(body.subspan(2)))
-        , rate(littleEndian32(body.subspan(4)))
-        , bytesASecond(littleEndian32(body.subspan(8)))
-        , bytesAFrame(littleEndian16(body.subspan(12)))
-        , bits(littleEndian16(body.subspan(14)))
-        , usedBits(bits)
-    {
-    }
-
-    int tag;
-    int channels;
-    std::uint32_t rate;
-    std::uint32_t bytesASecond;
-    int bytesAFrame;
-    int bits;
-    int usedBits;
-};
-
 VocalRemoval faultOf(const WaveForm& form)
 {
-    if (form.tag != pcmTag && form.tag != floatTag)
+    if (form.tag != WaveForm::pcmTag && form.tag != WaveForm::floatTag)
         return VocalRemoval::NeitherPcmNorFloat;
     if (form.channels != 2)
         return VocalRemoval::NotStereo;
     if (form.bits != 8 && form.bits != 16 && form.bits != 24 && form.bits != 32)
         return VocalRemoval::UnknownSampleSize;
-    const bool agrees = (form.tag == pcmTag || form.bits == 32) && form.usedBits <= form.bits &&
+    const bool agrees = (form.tag == WaveForm::pcmTag || form.bits == 32) && form.usedBits <= form.bits &&
                         form.bytesAFrame == form.bits / 4 && form.rate >= lowestRate && form.rate <= highestRate &&
                         form.bytesASecond == form.rate * static_cast<std::uint32_t>(form.bytesAFrame);
     return agrees ? VocalRemoval::Done : VocalRemoval::NotStandardWave;
@@ -83,7 +48,7 @@ VocalRemoval faultOf(const WaveForm& form)
 
 WaveSamples samplesOf(const WaveForm& form)
 {
-    if (form.tag == floatTag)
+    if (form.tag == WaveForm::floatTag)
         return WaveSamples::Float32;
     switch (form.bits) {
     case 8:
@@ -198,26 +163,15 @@ private:
 
     VocalRemoval readForm(const RiffChunk& chunk)
     {
-        constexpr std::size_t plainSize = 16;
-        constexpr std::size_t extensibleSize = 40;
-        constexpr int extensionSize = 22;
-        const Bytes body = at(chunk.body, std::min<std::int64_t>(chunk.size, extensibleSize));
-        if (body.size() < plainSize)
+        const auto size = std::min<std::int64_t>(chunk.size, WaveForm::largestSize);
+        const std::optional<WaveForm> form = WaveForm::read(at(chunk.body, size));
+        if (!form)
             return VocalRemoval::NoFormHeader;
-        WaveForm form(body);
-        if (form.tag == extensibleTag) {
-            if (body.size() < extensibleSize || littleEndian16(body.subspan(16)) < extensionSize)
-                return VocalRemoval::NoFormHeader;
-            form.usedBits = littleEndian16(body.subspan(18));
-            form.tag = std::ranges::equal(body.subspan(26, restOfFormatGuid.size()), restOfFormatGuid)
-                           ? littleEndian16(body.subspan(24))
-                           : 0;
-        }
-        const VocalRemoval fault = faultOf(form);
+        const VocalRemoval fault = faultOf(*form);
         if (fault != VocalRemoval::Done)
             return fault;
-        layout.samples = samplesOf(form);
-        layout.rate = {static_cast<int>(form.rate)};
+        layout.samples = samplesOf(*form);
+        layout.rate = {static_cast<int>(form->rate)};
         return VocalRemoval::Done;
     }
 

@@ -22,10 +22,11 @@ std::optional<ByteRange> within(const FileBytes& bytes, std::int64_t begin, std:
     return ByteRange{begin, end};
 }
 
-std::optional<ByteRange> findInRiff(FileBytes& bytes)
+std::optional<WaveChunks> findInRiff(FileBytes& bytes)
 {
     constexpr std::uint32_t unknown = 0xFFFFFFFF;
     std::uint64_t longSize = 0;  // of a file beyond 4 GiB, told by a chunk of its own
+    WaveChunks found;
     std::int64_t offset = 12;
     for (int i = 0; i < mostChunks; ++i) {
         const auto head = bytes.exactlyAt(offset, 8);
@@ -34,11 +35,17 @@ std::optional<ByteRange> findInRiff(FileBytes& bytes)
         const std::uint32_t size = littleEndian32(head.subspan(4));
         const std::int64_t body = offset + 8;
         if (is(head, "data")) {
-            if (size == unknown && longSize != 0)
-                return within(bytes, body, longSize);
             const bool neverWritten = size == 0 || size == unknown;
-            return within(bytes, body, neverWritten ? std::numeric_limits<std::uint64_t>::max() : size);
+            const std::uint64_t told = size == unknown && longSize != 0 ? longSize : size;
+            const bool toTheEnd = neverWritten && told == size;
+            const auto samples = within(bytes, body, toTheEnd ? std::numeric_limits<std::uint64_t>::max() : told);
+            if (!samples)
+                return std::nullopt;
+            found.samples = *samples;
+            return found;
         }
+        if (is(head, "fmt "))
+            found.form = within(bytes, body, size).value_or(ByteRange{});
         if (is(head, "ds64")) {
             const auto sizes = bytes.exactlyAt(body, 16);
             if (!sizes.empty())
@@ -96,20 +103,26 @@ std::optional<ByteRange> findInAiff(FileBytes& bytes)
 
 std::optional<ByteRange> findPcmSamples(const RegularFile& file)
 {
+    if (const std::optional<WaveChunks> chunks = findWaveChunks(file))
+        return chunks->samples;
     FileBytes bytes(file);
-    std::array<std::uint8_t, 16> head = {};
-    const auto first = bytes.exactlyAt(0, head.size());
-    if (first.empty())
+    const auto head = bytes.exactlyAt(0, wave64Riff.size());
+    if (head.empty())
         return std::nullopt;
-    std::ranges::copy(first, head.begin());
-    const auto form = std::span<const std::uint8_t>(head).subspan(8);
-    if ((is(head, "RIFF") || is(head, "RF64") || is(head, "BW64")) && is(form, "WAVE"))
-        return findInRiff(bytes);
-    if (head == wave64Riff)
+    if (std::ranges::equal(head, wave64Riff))
         return findInWave64(bytes);
+    const auto form = head.subspan(8);
     if (is(head, "FORM") && (is(form, "AIFF") || is(form, "AIFC")))
         return findInAiff(bytes);
     return std::nullopt;
+}
+
+std::optional<WaveChunks> findWaveChunks(const RegularFile& file)
+{
+    FileBytes bytes(file);
+    const auto head = bytes.exactlyAt(0, 12);
+    const bool isRiff = is(head, "RIFF") || is(head, "RF64") || is(head, "BW64");
+    return isRiff && is(head.subspan(8), "WAVE") ? findInRiff(bytes) : std::nullopt;
 }
 
 }  // namespace sound

@@ -21,4 +21,13 @@ struct ByteRange
 /// end: the samples then go as far as the file does.
 std::optional<ByteRange> findPcmSamples(const RegularFile& file);
 
+struct WaveChunks
+{
+    ByteRange form;  ///< The body of the format chunk; empty where none stands before the samples.
+    ByteRange samples;
+};
+
+/// The same for a RIFF WAVE or RF64 file, and what tells of its samples. Nothing for other files.
+std::optional<WaveChunks> findWaveChunks(const RegularFile& file);
+
 }  // namespace sound
