@@ -1,6 +1,6 @@
+#include "sound/HandMadeWave.h"
 #include "sound/SoundFiles.h"
 #include "sound/media/Damage.h"
-#include "sound/vocals/HandMadeWave.h"
 #include "sound/vocals/OpenedBytes.h"
 #include "sound/vocals/WaveInput.h"
 

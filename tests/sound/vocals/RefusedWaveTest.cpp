@@ -1,5 +1,5 @@
+#include "sound/HandMadeWave.h"
 #include "sound/SoundFiles.h"
-#include "sound/vocals/HandMadeWave.h"
 #include "sound/vocals/OpenedBytes.h"
 #include "sound/vocals/WaveInput.h"
 

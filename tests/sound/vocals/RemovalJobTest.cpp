@@ -1,7 +1,7 @@
 #include "sound/vocals/RemovalJob.h"
 
 #include "sound/DiscOf.h"
-#include "sound/vocals/HandMadeWave.h"
+#include "sound/HandMadeWave.h"
 #include "sound/vocals/VocalFiles.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "sound/vocals/WaveOutput.h"
 
 #include "sound/DiscOf.h"
+#include "sound/HandMadeWave.h"
 #include "sound/SoundFiles.h"
-#include "sound/vocals/HandMadeWave.h"
 #include "sound/vocals/OpenedBytes.h"
 
 #include <gtest/gtest.h>
