@@ -41,6 +41,15 @@ RegularFile::~RegularFile()
     ::close(descriptor);
 }
 
+bool RegularFile::isNamed(const QString& path) const
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct stat named = {};
+    struct stat opened = {};
+    return !name.contains('\0') && ::stat(name.constData(), &named) == 0 && ::fstat(descriptor, &opened) == 0 &&
+           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
 std::size_t RegularFile::readAt(std::int64_t offset, std::span<std::uint8_t> bytes) const
 {
     if (offset < 0 || offset >= length)

@@ -27,6 +27,9 @@ public:
     /// In bytes, as it was when the file was opened; reading never goes further.
     std::int64_t size() const { return length; }
 
+    /// Whether @p path leads to this file now: by its own name, or by any other that it has.
+    bool isNamed(const QString& path) const;
+
     /// Fills @p bytes from @p offset on. Returns how many there are: fewer than asked for only at the end of the
     /// file, and where the disc fails.
     std::size_t readAt(std::int64_t offset, std::span<std::uint8_t> bytes) const;
