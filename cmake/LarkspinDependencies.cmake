@@ -1,6 +1,7 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Widgets Svg)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
+find_package(Lame REQUIRED)
 
 pkg_check_modules(FFmpeg REQUIRED IMPORTED_TARGET libavformat>=59 libavcodec>=59 libavutil>=57 libswresample>=4)
 pkg_check_modules(RubberBand REQUIRED IMPORTED_TARGET rubberband>=3.1)

@@ -1,11 +1,11 @@
 #include "sound/engines/SoundEngines.h"
 
-#include "engines/Mp3EncoderEngine.h"
 #include "sound/device/PulseMixer.h"
 #include "sound/device/PulseSources.h"
 #include "sound/device/SystemOutput.h"
 #include "sound/disc/SoundDiscEngine.h"
 #include "sound/editor/SoundEditorEngine.h"
+#include "sound/mp3/SoundMp3EncoderEngine.h"
 #include "sound/player/SoundPlayerEngine.h"
 #include "sound/recorder/KeepAwake.h"
 #include "sound/recorder/SoundRecorderEngine.h"
@@ -52,7 +52,10 @@ public:
         return std::make_unique<SoundVocalRemoverExtendedEngine>();
     }
 
-    std::unique_ptr<Mp3EncoderEngine> createMp3Encoder() override { return nullptr; }
+    std::unique_ptr<Mp3EncoderEngine> createMp3Encoder() override
+    {
+        return std::make_unique<SoundMp3EncoderEngine>();
+    }
 
     std::unique_ptr<DiscEngine> createDisc() override
     {

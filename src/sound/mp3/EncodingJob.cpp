@@ -1,0 +1,106 @@
+#include "sound/mp3/EncodingJob.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace sound {
+namespace {
+
+/// Between two looks at whether the job is given up: a tenth of a second of sound.
+constexpr std::int64_t blocksAtOnce = 4;
+
+constexpr std::size_t bytesAtOnce = std::size_t{64} * 1024;
+
+/// Writes one piece behind the other, large ones.
+class Mp3Stream
+{
+public:
+    explicit Mp3Stream(WholeFile& output)
+        : file(output)
+    {
+    }
+
+    /// What is put behind it is written by and by.
+    std::vector<std::byte>& waiting() { return bytes; }
+
+    bool writeWhereMuchWaits() { return bytes.size() < bytesAtOnce || writeAll(); }
+
+    bool writeAll()
+    {
+        if (!file.writeAt(written, bytes))
+            return false;
+        written += static_cast<std::int64_t>(bytes.size());
+        bytes.clear();
+        return true;
+    }
+
+private:
+    WholeFile& file;
+    std::vector<std::byte> bytes;
+    std::int64_t written = 0;
+};
+
+}  // namespace
+
+bool EncodingJob::isPossible(const EncodingOrder& order)
+{
+    return openInput(order) != nullptr;
+}
+
+EncodingJob::EncodingJob(EncodingOrder wanted)
+    : order(std::move(wanted))
+    , worker([this] {
+        takePriority(order.priority);
+        outputIsThere = encodeFile();
+        atEnd.store(true, std::memory_order_release);
+    })
+{
+}
+
+EncodingJob::~EncodingJob()
+{
+    givenUp.store(true, std::memory_order_relaxed);
+    worker.join();
+}
+
+std::unique_ptr<PcmInput> EncodingJob::openInput(const EncodingOrder& order)
+{
+    auto input = PcmInput::open(order.input, order.reading);
+    return input && !input->isNamed(order.output) ? std::move(input) : nullptr;
+}
+
+bool EncodingJob::encodeFile()
+{
+    const auto input = openInput(order);
+    if (!input)
+        return false;
+    const auto encoder = LameEncoder::create(order.switches, input->rate(), input->channels());
+    if (!encoder)
+        return false;
+    const auto file = WholeFile::create(order.output);
+    if (!file || !encodeFrames(*input, *encoder, *file))
+        return false;
+    // The name may have come to mean the input meanwhile.
+    return file->bringToDisc() && !givenUp.load(std::memory_order_relaxed) && !input->isNamed(order.output) &&
+           file->finish();
+}
+
+bool EncodingJob::encodeFrames(PcmInput& input, LameEncoder& encoder, WholeFile& file)
+{
+    const FrameCount piece{encoder.block().value * blocksAtOnce};
+    Mp3Stream stream(file);
+    while (input.done() < input.length()) {
+        const std::span<const float> frames = input.next(piece);
+        if (frames.empty() || givenUp.load(std::memory_order_relaxed) ||
+            !encoder.encode(frames, stream.waiting()) || !stream.writeWhereMuchWaits())
+            return false;
+        percentDone.store(static_cast<int>(input.done().value * 99 / input.length().value),
+                          std::memory_order_relaxed);
+    }
+    return encoder.finish(stream.waiting()) && stream.writeAll() && file.writeAt(0, encoder.infoTag());
+}
+
+}  // namespace sound
