@@ -5,25 +5,26 @@
 
 #include <libburn/libburn.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <new>
+#include <optional>
+#include <span>
 
 namespace sound {
 
 namespace {
 
-/// What stands behind the source of a track.
+/// What stands behind the source of a track: its part of all the bytes.
 struct TrackBytes
 {
-    std::shared_ptr<FeedBytes> bytes;
-    off_t left;
-    off_t size;
+    const std::shared_ptr<FeedBytes> bytes;
+    const std::int64_t begin;
+    const std::int64_t end;
 };
 
-TrackBytes& trackOf(burn::burn_source* source)
+const TrackBytes& trackOf(burn::burn_source* source)
 {
-    return *static_cast<TrackBytes*>(source->data);
+    return *static_cast<const TrackBytes*>(source->data);
 }
 
 template <typename Thing>
@@ -36,30 +37,26 @@ Thing* made(Thing* thing)
 
 int readTrack(burn::burn_source* source, unsigned char* buffer, int size)
 {
-    TrackBytes& track = trackOf(source);
-    const off_t wanted = std::min<off_t>(size, track.left);
-    if (wanted <= 0)
-        return 0;
-    if (!track.bytes->read({reinterpret_cast<std::byte*>(buffer), static_cast<std::size_t>(wanted)}))
-        return -1;
-    track.left -= wanted;
-    return static_cast<int>(wanted);
+    const TrackBytes& track = trackOf(source);
+    const std::span<unsigned char> wanted(buffer, static_cast<std::size_t>(size));
+    const std::optional<std::size_t> count = track.bytes->read(std::as_writable_bytes(wanted), track.end);
+    return count ? static_cast<int>(*count) : -1;
 }
 
 off_t sizeOfTrack(burn::burn_source* source)
 {
-    return trackOf(source).size;
+    return trackOf(source).end - trackOf(source).begin;
 }
 
-int setSizeOfTrack(burn::burn_source* source, off_t size)
+// Only tracks that are too short are given another one.
+int setSizeOfTrack(burn::burn_source*, off_t)
 {
-    trackOf(source).size = size;
-    return 1;
+    return 0;
 }
 
 void freeTrack(burn::burn_source* source)
 {
-    delete static_cast<TrackBytes*>(source->data);
+    delete static_cast<const TrackBytes*>(source->data);
 }
 
 int cancelTrack(burn::burn_source*)
@@ -68,14 +65,14 @@ int cancelTrack(burn::burn_source*)
 }
 
 // libburn frees what it is given, with free().
-burn::burn_source* sourceOfTrack(const std::shared_ptr<FeedBytes>& bytes, off_t size)
+burn::burn_source* sourceOf(const TrackBytes& track)
 {
     auto* const source = static_cast<burn::burn_source*>(made(std::calloc(1, sizeof(burn::burn_source))));
     source->refcount = 1;
     source->get_size = sizeOfTrack;
     source->set_size = setSizeOfTrack;
     source->free_data = freeTrack;
-    source->data = new TrackBytes{bytes, size, size};
+    source->data = new TrackBytes(track);
     source->version = 1;
     source->read_xt = readTrack;
     source->cancel = cancelTrack;
@@ -160,8 +157,12 @@ AudioSession::AudioSession(const DiscPlan& plan, const std::shared_ptr<FeedBytes
     , onlySession(made(burn::burn_session_create()))
 {
     burn::burn_disc_add_session(disc(), session(), BURN_POS_END);
-    for (const DiscPlan::Track& track : plan.tracks)
-        addTrack(session(), sourceOfTrack(bytes, track.sectors * Sectors::bytes));
+    std::int64_t begin = 0;
+    for (const DiscPlan::Track& track : plan.tracks) {
+        const std::int64_t end = begin + track.sectors * Sectors::bytes;
+        addTrack(session(), sourceOf({bytes, begin, end}));
+        begin = end;
+    }
 }
 
 bool AudioSession::addText(const CdText& text)

@@ -8,6 +8,15 @@
 
 namespace sound {
 
+using namespace std::chrono_literals;
+
+namespace {
+
+// Nobody changes a disc in so short a time.
+constexpr auto lookIsGoodFor = 2s;
+
+}  // namespace
+
 BurnerDrive::BurnerDrive(DriveIdentity who)
     : identity(std::move(who))
 {
@@ -21,8 +30,11 @@ QString BurnerDrive::name() const
 
 void BurnerDrive::refresh()
 {
+    if (lastLook && std::chrono::steady_clock::now() - *lastLook < lookIsGoodFor)
+        return;
     lastDisc = {};
     lastSpeeds.clear();
+    lastLook.reset();
     const LibburnTurn turn;
     const GrabbedDrive grabbed(turn, identity.address);
     if (!grabbed.isThere())
@@ -30,10 +42,12 @@ void BurnerDrive::refresh()
     const DiscReport report = discReport(grabbed.drive());
     lastDisc = loadedDisc(report);
     lastSpeeds = writeSpeeds(report, speedReports(grabbed.drive()));
+    lastLook = std::chrono::steady_clock::now();
 }
 
 WriteOutcome BurnerDrive::write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch)
 {
+    lastLook.reset();
     LibburnTurn turn;
     const GrabbedDrive grabbed(turn, identity.address);
     if (grabbed.isThere())
@@ -45,6 +59,7 @@ WriteOutcome BurnerDrive::write(const DiscPlan& plan, SectorFeed& feed, WriteWat
 
 void BurnerDrive::eject()
 {
+    lastLook.reset();
     const LibburnTurn turn;
     GrabbedDrive grabbed(turn, identity.address);
     if (grabbed.isThere())

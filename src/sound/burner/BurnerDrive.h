@@ -2,7 +2,9 @@
 
 #include "sound/burner/DriveReport.h"
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace burn {
@@ -26,6 +28,9 @@ struct DriveIdentity
 /// programs may use it in between, and its tray is never closed by itself. A drive that another program uses looks
 /// empty.
 ///
+/// A look at a disc makes its motor run and stop. Who asks twice within two seconds is told what the first look
+/// found.
+///
 /// Texts for displays are written where the disc is written at once and the drive takes them: the room for them is
 /// the lead-in, which is the drive's own when tracks are written one by one.
 class BurnerDrive : public DiscDrive
@@ -46,6 +51,7 @@ private:
     const DriveIdentity identity;
     LoadedDisc lastDisc;
     std::vector<WriteSpeed> lastSpeeds;
+    std::optional<std::chrono::steady_clock::time_point> lastLook;
 };
 
 }  // namespace sound

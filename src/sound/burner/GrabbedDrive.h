@@ -35,6 +35,8 @@ public:
     void openAtEnd() { opens = true; }
 
 private:
+    void forget();
+
     burn::burn_drive_info* drives = nullptr;
     int error = 0;
     bool opens = false;

@@ -29,11 +29,12 @@ DiscPlan planOf(const std::vector<std::int64_t>& lengths, bool atOnce)
 
 using Stages = std::vector<NotedWrite::Stage>;
 
-std::vector<std::uint8_t> readBytes(FeedBytes& bytes, std::size_t count)
+constexpr std::int64_t noEnd = std::int64_t{1} << 40;
+
+std::vector<std::uint8_t> readBytes(FeedBytes& bytes, std::size_t count, std::int64_t end = noEnd)
 {
     std::vector<std::uint8_t> read(count);
-    if (!bytes.read(std::as_writable_bytes(std::span(read))))
-        read.clear();
+    read.resize(bytes.read(std::as_writable_bytes(std::span(read)), end).value_or(0));
     return read;
 }
 
@@ -105,6 +106,20 @@ TEST(FeedBytes, ComeInPiecesOfAnySize)
     }
     EXPECT_TRUE(all == PatternFeed::bytes(3));
     EXPECT_EQ(feed.calls, 3);
+    EXPECT_FALSE(bytes.hasEnded());
+}
+
+TEST(FeedBytes, StopWhereATrackEndsAndGoOnWithTheNext)
+{
+    PatternFeed feed(2);
+    FeedBytes bytes(feed);
+    EXPECT_EQ(readBytes(bytes, 3000, 2352).size(), 2352U);
+    EXPECT_EQ(bytes.read({}, 2352), std::size_t{0});
+    std::byte one{};
+    EXPECT_EQ(bytes.read({&one, 1}, 2352), std::size_t{0});
+    EXPECT_EQ(feed.calls, 1);
+    const std::vector<std::uint8_t> both = PatternFeed::bytes(2);
+    EXPECT_TRUE(readBytes(bytes, 2352, 4704) == std::vector<std::uint8_t>(both.begin() + 2352, both.end()));
     EXPECT_FALSE(bytes.hasEnded());
 }
 

@@ -114,6 +114,20 @@ TEST_F(EmulatedDrive, FindsRoomAndSpeedsOfABlankDisc)
     EXPECT_FALSE(writer.isOpen());
 }
 
+TEST_F(EmulatedDrive, IsNotMadeToLookTwiceAtOnce)
+{
+    drive().refresh();
+    const int looks = writer.commandsOf(readDiscInformation);
+    EXPECT_GT(looks, 0);
+    drive().refresh();
+    EXPECT_EQ(writer.commandsOf(readDiscInformation), looks);
+    EXPECT_TRUE(drive().disc().blank);
+
+    EXPECT_EQ(write(threeTracks()).end, WriteOutcome::Written);
+    drive().refresh();
+    EXPECT_FALSE(drive().disc().blank);
+}
+
 TEST_F(EmulatedDrive, HasNoRoomOnADiscThatHasMusicOnIt)
 {
     writer.fillDisc(123456);
