@@ -1,8 +1,9 @@
 #include "sound/burner/BurnerDrive.h"
 
-#include "sound/burner/DiscWrite.h"
+#include "sound/burner/DriveWrite.h"
 #include "sound/burner/GrabbedDrive.h"
 #include "sound/burner/WriteFailure.h"
+#include "sound/disc/DiscErrors.h"
 
 #include <utility>
 
@@ -51,9 +52,9 @@ WriteOutcome BurnerDrive::write(const DiscPlan& plan, SectorFeed& feed, WriteWat
     LibburnTurn turn;
     const GrabbedDrive grabbed(turn, identity.address);
     if (grabbed.isThere())
-        return DiscWrite(identity, turn, grabbed.drive()).write(plan, feed, watch);
+        return DriveWrite(identity, turn, grabbed.drive()).write(plan, feed, watch);
     if (grabbed.systemError() != 0)
-        return {WriteOutcome::Failed, systemFailure(grabbed.systemError())};
+        return {WriteOutcome::Failed, systemError(grabbed.systemError())};
     return {WriteOutcome::Failed, writeFailure(turn.newMessages(), identity.maker, identity.model)};
 }
 

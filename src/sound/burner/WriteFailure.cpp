@@ -1,5 +1,7 @@
 #include "sound/burner/WriteFailure.h"
 
+#include "sound/disc/DiscErrors.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -46,20 +48,11 @@ DiscWriteError otherFailure(const QString& description)
     return error;
 }
 
-DiscWriteError systemFailure(int systemError)
-{
-    DiscWriteError error;
-    error.kind = DiscWriteError::system;
-    error.systemCode = systemError;
-    error.description = qt_error_string(systemError);
-    return error;
-}
-
 DiscWriteError writeFailure(const std::vector<LibburnMessage>& messages, const QString& maker, const QString& model)
 {
     for (const LibburnMessage& message : messages) {
         if (message.systemError != 0)
-            return systemFailure(message.systemError);
+            return systemError(message.systemError);
         if (const DiscDeviceError told = deviceError(message.text); told.code != 0)
             return driveFailure(told, maker, model);
     }

@@ -9,9 +9,6 @@ namespace sound {
 /// Neither a drive's fault nor the system's.
 DiscWriteError otherFailure(const QString& description);
 
-/// @p systemError is an errno.
-DiscWriteError systemFailure(int systemError);
-
 /// Why a write failed, from all that libburn said meanwhile. The reason is what the drive or the system said first;
 /// all else follows from it. Where neither said anything, it is libburn's own first sentence.
 ///

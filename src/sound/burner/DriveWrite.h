@@ -11,11 +11,11 @@ class FeedBytes;
 /// One disc's way through a drive, from the look at what is in it to the last word of libburn.
 ///
 /// **Threads.** libburn writes in a thread of its own, which reads the feed; all else is in the thread that calls.
-class DiscWrite
+class DriveWrite
 {
 public:
     /// All must outlive it; the drive is a grabbed one.
-    DiscWrite(const DriveIdentity& identity, LibburnTurn& turn, burn::burn_drive* drive);
+    DriveWrite(const DriveIdentity& identity, LibburnTurn& turn, burn::burn_drive* drive);
 
     /// May be called once.
     WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch);

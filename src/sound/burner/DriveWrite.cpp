@@ -1,4 +1,4 @@
-#include "sound/burner/DiscWrite.h"
+#include "sound/burner/DriveWrite.h"
 
 #include "sound/burner/AudioSession.h"
 #include "sound/burner/CdText.h"
@@ -73,19 +73,19 @@ WriteMoment::Doing doingOf(burn::burn_drive_status status)
 
 }  // namespace
 
-void DiscWrite::FreeOptions::operator()(burn::burn_write_opts* options) const
+void DriveWrite::FreeOptions::operator()(burn::burn_write_opts* options) const
 {
     burn::burn_write_opts_free(options);
 }
 
-DiscWrite::DiscWrite(const DriveIdentity& who, LibburnTurn& with, burn::burn_drive* on)
+DriveWrite::DriveWrite(const DriveIdentity& who, LibburnTurn& with, burn::burn_drive* on)
     : identity(who)
     , turn(with)
     , drive(on)
 {
 }
 
-DiscWrite::Options DiscWrite::optionsFor(const DiscPlan& plan) const
+DriveWrite::Options DriveWrite::optionsFor(const DiscPlan& plan) const
 {
     Options options(burn::burn_write_opts_new(drive));
     if (!options)
@@ -102,7 +102,7 @@ DiscWrite::Options DiscWrite::optionsFor(const DiscPlan& plan) const
 
 // The drive must write the subchannels that it is in, and where its place begins must be known: libburn writes it
 // from there.
-bool DiscWrite::takesText(const DiscReport& disc) const
+bool DriveWrite::takesText(const DiscReport& disc) const
 {
     constexpr unsigned discAtOnce = 0x2e;
     constexpr unsigned char subchannels = 1;
@@ -117,14 +117,14 @@ bool DiscWrite::takesText(const DiscReport& disc) const
     return can && disc.leadInStart >= earliestLeadIn && disc.leadInStart < endOfLeadIn;
 }
 
-void DiscWrite::keepMessages()
+void DriveWrite::keepMessages()
 {
     const std::vector<LibburnMessage> latest = turn.newMessages();
     messages.insert(messages.end(), latest.begin(), latest.end());
 }
 
 // It calls a drive that has been pulled out idle, while the thread that wrote to it is still on its way out.
-void DiscWrite::awaitThreadOfLostDrive()
+void DriveWrite::awaitThreadOfLostDrive()
 {
     constexpr auto longEnough = 60s;
     const auto deadline = std::chrono::steady_clock::now() + longEnough;
@@ -137,8 +137,8 @@ void DiscWrite::awaitThreadOfLostDrive()
 }
 
 // It is told to stop again and again: what it is told before its thread has begun it forgets.
-bool DiscWrite::runUntilDone(burn::burn_write_opts* options, const AudioSession& session, const FeedBytes& bytes,
-                             const DiscPlan& plan, WriteWatch& watch)
+bool DriveWrite::runUntilDone(burn::burn_write_opts* options, const AudioSession& session, const FeedBytes& bytes,
+                              const DiscPlan& plan, WriteWatch& watch)
 {
     WriteSteps steps(plan, watch);
     steps.follow({});
@@ -163,7 +163,7 @@ bool DiscWrite::runUntilDone(burn::burn_write_opts* options, const AudioSession&
     return stopped;
 }
 
-WriteOutcome DiscWrite::write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch)
+WriteOutcome DriveWrite::write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch)
 {
     const DiscReport disc = discReport(drive);
     if (const QString why = whyNotOn(disc, plan); !why.isEmpty())
