@@ -1,5 +1,6 @@
 #include "app/frmMain.h"
 
+#include "app/IndependentWindows.h"
 #include "app/KeypadAccelerators.h"
 #include "app/MainMenu.h"
 #include "app/MainToolBar.h"
@@ -10,7 +11,6 @@
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
 #include "engines/PlayerEngine.h"
-#include "engines/RecorderEngine.h"
 #include "export/SaveAs.h"
 #include "playback/ConversionStatus.h"
 #include "playback/EqualizerPanel.h"
@@ -23,15 +23,12 @@
 #include "playback/TempoPitchPanel.h"
 #include "playback/TrackLoader.h"
 #include "playback/TransportPanel.h"
-#include "recorder/frmRecording.h"
-#include "recorder/frmRecordingTip.h"
 #include "support/Pictures.h"
 #include "support/Shell.h"
 #include "support/controls/ListBox.h"
 #include "support/frmAbout.h"
 #include "support/frmSplash.h"
 #include "ui_frmMain.h"
-#include "vocalremover/frmVocalRemover.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -39,7 +36,6 @@
 #include <QShortcut>
 #include <QTimer>
 #include <QToolButton>
-#include <utility>
 
 namespace {
 
@@ -70,6 +66,7 @@ frmMain::frmMain(const Surroundings& surroundings, QWidget* parent)
     , keypad(std::make_unique<KeypadAccelerators>(*this))
     , menu(new MainMenu(*keypad, this))
     , tmrTip(new QTimer(this))
+    , independent(std::make_unique<IndependentWindows>(*this, surroundings, help, windows))
     , loader(std::make_unique<TrackLoader>(*SoundTouch, state, *position, *tempoPitch, surroundings.msgBox))
 {
     ui->setupUi(this);
@@ -180,8 +177,9 @@ void frmMain::connectToolBar()
     run(toolBar->tlbCmdLoopWinForward, parked->cmdLoopWindowForward, &QToolButton::click);
     run(parked->cmdLoopWindowBack, position, &PositionPanel::cmdLoopWindowBack_Click);
     run(parked->cmdLoopWindowForward, position, &PositionPanel::cmdLoopWindowForward_Click);
-    run(toolBar->tlbCmdRecord, this, &frmMain::openRecorder);
-    run(toolBar->tlbCmdVocalRemover, this, &frmMain::execVocalRemover);
+    run(toolBar->tlbCmdRecord, independent.get(), &IndependentWindows::openRecorder);
+    run(toolBar->tlbCmdMP3, independent.get(), &IndependentWindows::execMp3Encoder);
+    run(toolBar->tlbCmdVocalRemover, independent.get(), &IndependentWindows::execVocalRemover);
     run(toolBar->tlbCmdHelp, this, [this] { help.open(); });
 
     run(ui->cmdExpand, this, &frmMain::cmdExpand_Click);
@@ -196,7 +194,7 @@ void frmMain::connectMenu()
         connect(menu->entry(key), &QAction::triggered, this, command);
     };
     run("mnuExit", [this] { close(); });
-    run("mnuVocalRemover", [this] { showVocalRemover(); });
+    run("mnuVocalRemover", [this] { independent->showVocalRemover(); });
     run("mnuAbout", [this] { openAbout(); });
     run("mnuOnlineSupport", [this] { surroundings.shell.ShellExecute(surroundings.supportPage); });
 }
@@ -277,75 +275,6 @@ void frmMain::openBpmCalculator()
 {
     windows.show<frmBPMCalculator>(
         [this] { return new frmBPMCalculator(tempoPitch->sldTempo(), surroundings.msgBox, this); });
-}
-
-/// Whether a recorder's window is open or can be.
-bool frmMain::recorderIsThere()
-{
-    if (windows.isOpen<frmRecording>())
-        return true;
-    if (!Recorder)
-        Recorder = surroundings.engines.createRecorder();
-    return Recorder != nullptr;
-}
-
-// The recorder stands behind its tip: it comes when that is closed, but not when that closes with this window.
-void frmMain::openRecorder()
-{
-    if (!recorderIsThere())
-        return;
-    if (!frmRecordingTip::wanted(surroundings.settings)) {
-        showRecorder();
-        return;
-    }
-    windows.show<frmRecordingTip>([this] {
-        auto* tip = new frmRecordingTip(surroundings.settings, this);
-        connect(tip, &frmRecordingTip::finished, this, &frmMain::showRecorder);
-        return tip;
-    });
-}
-
-void frmMain::showRecorder()
-{
-    if (unloaded || !recorderIsThere())
-        return;
-    windows.show<frmRecording>([this] {
-        const RecorderSurroundings around{surroundings.dialog, surroundings.folderDialog, surroundings.msgBox,
-                                          surroundings.settings};
-        auto* recorder = new frmRecording(std::move(Recorder), around, *this);
-        recorder->Load();
-        return recorder;
-    });
-}
-
-// Null where one stands open already, which then comes to the front, or where this build has none. The load turns
-// the event loop, and the command can have been given again there, or this window closed.
-std::unique_ptr<frmVocalRemover> frmMain::makeVocalRemover()
-{
-    if (windows.toFront<frmVocalRemover>())
-        return nullptr;
-    VocalRemoverEngines engines = VocalRemoverEngines::from(surroundings.engines);
-    if (!engines.areThere())
-        return nullptr;
-    const VocalRemoverSurroundings around{surroundings.dialog, surroundings.msgBox,
-                                          [this](int context) { help.open(context); }};
-    auto remover = std::make_unique<frmVocalRemover>(std::move(engines), around, this);
-    remover->Load();
-    if (unloaded || windows.toFront<frmVocalRemover>())
-        return nullptr;
-    return remover;
-}
-
-void frmMain::showVocalRemover()
-{
-    if (auto remover = makeVocalRemover())
-        windows.show<frmVocalRemover>([&remover] { return remover.release(); });
-}
-
-void frmMain::execVocalRemover()
-{
-    if (const auto remover = makeVocalRemover())
-        windows.exec(*remover);
 }
 
 void frmMain::openAbout()

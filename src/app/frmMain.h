@@ -13,6 +13,7 @@
 class ConversionStatus;
 class EditorEngine;
 class EqualizerPanel;
+class IndependentWindows;
 class KeypadAccelerators;
 class LevelPanel;
 class MainMenu;
@@ -24,12 +25,10 @@ class PlayerEngine;
 class PlaylistPanel;
 class PositionPanel;
 class QTimer;
-class RecorderEngine;
 class SaveAs;
 class TempoPitchPanel;
 class TrackLoader;
 class TransportPanel;
-class frmVocalRemover;
 namespace Ui {
 class frmMain;
 }
@@ -67,9 +66,6 @@ private:
     void orderTabs();
     void connectCalculators();
     void connectSaveAs();
-    bool recorderIsThere();
-    void openRecorder();
-    void showRecorder();
     void lstAudio_Click();
     void tmrTip_Timer();
     void cmdExpand_Click();
@@ -78,9 +74,6 @@ private:
     void openKeyCalculator();
     void openBpmCalculator();
     void openAbout();
-    std::unique_ptr<frmVocalRemover> makeVocalRemover();
-    void showVocalRemover();
-    void execVocalRemover();
     void Unload();
 
     QString listFile() const;
@@ -98,9 +91,6 @@ private:
     const std::unique_ptr<PlayerEngine> SoundTouch;
     const std::unique_ptr<EditorEngine> Editor;
 
-    /// Of the recorder's window that opens next, which takes it.
-    std::unique_ptr<RecorderEngine> Recorder;
-
     const std::unique_ptr<Ui::frmMain> ui;
 
     PositionPanel* const position;
@@ -116,6 +106,7 @@ private:
     const std::unique_ptr<KeypadAccelerators> keypad;
     MainMenu* const menu;
     QTimer* const tmrTip;
+    const std::unique_ptr<IndependentWindows> independent;
     const std::unique_ptr<TrackLoader> loader;
     std::unique_ptr<ConversionStatus> conversionStatus;
     std::unique_ptr<SaveAs> saveAs;

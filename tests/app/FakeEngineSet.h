@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/FakeEditorEngine.h"
+#include "app/FakeMp3EncoderEngine.h"
 #include "app/FakePlayerEngine.h"
 #include "app/FakeRecorderEngine.h"
 #include "app/FakeVocalRemoverEngine.h"
 #include "engines/DiscEngine.h"
 #include "engines/EngineSet.h"
-#include "engines/Mp3EncoderEngine.h"
 #include "engines/OutputMixer.h"
 
 #include <memory>
@@ -35,7 +35,10 @@ public:
     {
         return std::make_unique<FakeVocalRemoverExtendedEngine>();
     }
-    std::unique_ptr<Mp3EncoderEngine> createMp3Encoder() override { return nullptr; }
+    std::unique_ptr<Mp3EncoderEngine> createMp3Encoder() override
+    {
+        return std::make_unique<FakeMp3EncoderEngine>();
+    }
     std::unique_ptr<DiscEngine> createDisc() override { return nullptr; }
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<FakeOutputMixer>(); }
 };

@@ -249,11 +249,6 @@ TEST_F(TheMenu, DoesNothingForPlayLoop)
     entry("mnuPlayLoop").trigger();
 }
 
-TEST_F(TheMenu, DoesNothingYetForTheWindowThatIsNotThere)
-{
-    entry("mnuMP3").trigger();
-}
-
 TEST_F(TheMenu, MovesTheLoopWindow)
 {
     put(*window, "sldBeginLoop", 10);

@@ -90,9 +90,28 @@ void showVocalRemover(QWidget& main, const QString& sound, const QStringList& wi
         lengthenCaptions(*remover);
 }
 
+// The MP3 encoder's window in the middle of an encoding, with its options if they are wished for. It blocks.
+void showMp3Encoder(QWidget& main, const QStringList& wishes)
+{
+    QTimer::singleShot(300, &main, [&main, wishes] {
+        auto* encoder = main.findChild<QWidget*>("frmMP3Options");
+        if (!wishes.contains("empty")) {
+            encoder->findChild<QLineEdit*>("Text3")->setText("/home/anna/Documents/Larkspin Recordings/take 3.wav");
+            encoder->findChild<QLineEdit*>("Text4")->setText("/home/anna/Documents/Larkspin Recordings/take 3.mp3");
+            encoder->findChild<QAbstractButton*>("cmdEncode")->setEnabled(true);
+            encoder->findChild<QAbstractButton*>("cmdEncode")->click();
+        }
+        if (wishes.contains("long"))
+            lengthenCaptions(*encoder);
+        if (wishes.contains("expanded"))
+            encoder->findChild<QAbstractButton*>("cmdOptions")->click();
+    });
+    main.findChild<QAction*>("mnuMP3")->trigger();
+}
+
 // Shows the main window with a player that only keeps time, to look at it: [dark] [fusion] [long] [empty] [marks]
 // [expanded]; with [recorder] that window under it, collapsed or expanded as it is, or with [tip] what comes before
-// that; with [vocals] the vocal remover's window.
+// that; with [vocals] the vocal remover's window; with [mp3] the MP3 encoder's, with its options if [expanded].
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -131,7 +150,7 @@ int main(int argc, char** argv)
             window.findChild<QAbstractButton*>("cmdAddMark")->click();
         }
     }
-    if (wishes.contains("expanded") && !wishes.contains("recorder"))
+    if (wishes.contains("expanded") && !wishes.contains("recorder") && !wishes.contains("mp3"))
         window.findChild<QAbstractButton*>("cmdExpand")->click();
     if (wishes.contains("long"))
         lengthenCaptions(window);
@@ -145,6 +164,8 @@ int main(int argc, char** argv)
             showRecorder(window, wishes);
         if (wishes.contains("vocals"))
             showVocalRemover(window, sound.fileName(), wishes);
+        if (wishes.contains("mp3"))
+            showMp3Encoder(window, wishes);
     });
     return QApplication::exec();
 }
