@@ -5,6 +5,7 @@
 #include "engines/AudioProject.h"
 #include "engines/DiscDevice.h"
 #include "engines/DiscEngine.h"
+#include "support/ToolTipText.h"
 #include "support/dialogs/MsgBox.h"
 #include "ui_DiscDevicePanel.h"
 
@@ -28,7 +29,7 @@ void DiscDevicePanel::FillDeviceList()
     for (short index = 0; index < count; ++index) {
         DiscDevice* device = AudioBurner.GetDevice(index);
         if (device != nullptr && device->IsDeviceUsable())
-            ui->cboDevices->addItem(device->GetDeviceName(), static_cast<int>(index));
+            addDevice(device->GetDeviceName(), index);
     }
     if (ui->cboDevices->count() == 0) {
         msgBox.show(QStringLiteral("There are no compatible devices reported.\n"
@@ -37,6 +38,12 @@ void DiscDevicePanel::FillDeviceList()
         return;
     }
     ui->cboDevices->setListIndex(0);
+}
+
+void DiscDevicePanel::addDevice(const QString& name, short index)
+{
+    ui->cboDevices->addItem(name, static_cast<int>(index));
+    ui->cboDevices->setItemData(ui->cboDevices->count() - 1, toolTipText(name), Qt::ToolTipRole);
 }
 
 void DiscDevicePanel::passSettingsTo(AudioProject& project) const

@@ -38,6 +38,7 @@ signals:
 
 private:
     void cboDevices_Click();
+    void addDevice(const QString& name, short index);
     void FillSpeedList();
     void listSpeeds();
     bool hasUnderrunProtection() const;

@@ -1,5 +1,4 @@
 #include "encoding/AudioCDBurnTest.h"
-#include "support/IconTheme.h"
 
 #include <QApplication>
 #include <QScopeGuard>
@@ -65,9 +64,7 @@ TEST_F(LooksOfTheAudioCDWriter, NameAllControlsForScreenReaders)
 
 TEST_F(LooksOfTheAudioCDWriter, GiveEachButtonAPictureAndEachWithoutACaptionAToolTip)
 {
-    const IconTheme icons;
-    const frmAudioCDBurn another(makeEngine(), {dialog, msgBox});
-    const auto buttons = another.findChildren<QToolButton*>();
+    const auto buttons = window->findChildren<QToolButton*>();
     EXPECT_EQ(buttons.size(), 8);
     for (const QToolButton* button : buttons) {
         EXPECT_FALSE(button->icon().isNull()) << qPrintable(button->objectName());

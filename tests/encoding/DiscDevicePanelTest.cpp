@@ -22,6 +22,7 @@ TEST_F(TheDevices, AreListedByNameAndTheFirstIsPicked)
     load();
     EXPECT_EQ(itemsOf("cboDevices"), QStringList({"Drive", "Disc image"}));
     EXPECT_EQ(combo("cboDevices").listIndex(), 0);
+    EXPECT_TRUE(combo("cboDevices").itemData(1, Qt::ToolTipRole).toString().contains("Disc image"));
 }
 
 TEST_F(TheDevices, ThatCannotWriteAreLeftOutAndTheOthersKeepTheirNumbers)
