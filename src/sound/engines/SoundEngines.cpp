@@ -1,5 +1,6 @@
 #include "sound/engines/SoundEngines.h"
 
+#include "sound/burner/BurnerDrives.h"
 #include "sound/device/PulseMixer.h"
 #include "sound/device/PulseSources.h"
 #include "sound/device/SystemOutput.h"
@@ -59,7 +60,7 @@ public:
 
     std::unique_ptr<DiscEngine> createDisc() override
     {
-        return std::make_unique<SoundDiscEngine>([] { return DiscDrives{}; }, recordingsFolder);
+        return std::make_unique<SoundDiscEngine>(burnerDrives(), recordingsFolder);
     }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
