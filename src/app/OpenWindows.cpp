@@ -4,8 +4,8 @@
 
 namespace {
 
-/// Goes with the window that it belongs to. Until then the program goes on without its main window, for which Qt
-/// would end it: windows that belong to that one do not count.
+/// Goes with the window that it belongs to. Until then the program goes on without its main window, and with it the
+/// program ends: Qt does not count the windows that belong to another one.
 class RunningProgram : public QObject
 {
 public:
