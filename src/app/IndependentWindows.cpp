@@ -2,7 +2,9 @@
 
 #include "app/HelpFile.h"
 #include "app/OpenWindows.h"
+#include "encoding/frmAudioCDBurn.h"
 #include "encoding/frmMP3Options.h"
+#include "engines/DiscEngine.h"
 #include "engines/EngineSet.h"
 #include "engines/Mp3EncoderEngine.h"
 #include "engines/RecorderEngine.h"
@@ -98,4 +100,18 @@ void IndependentWindows::execMp3Encoder()
         return;
     frmMP3Options options(std::move(encoder), surroundings.dialog, &mainWindow);
     windows.exec(options);
+}
+
+// The load may show message boxes, and the command can have been given again behind one, or the main window closed.
+void IndependentWindows::showDiscWriter()
+{
+    if (windows.toFront<frmAudioCDBurn>())
+        return;
+    std::unique_ptr<DiscEngine> engine = surroundings.engines.createDisc();
+    if (!engine)
+        return;
+    const DiscSurroundings around{surroundings.dialog, surroundings.msgBox};
+    auto writer = std::make_unique<frmAudioCDBurn>(std::move(engine), around, &mainWindow);
+    writer->Load();
+    windows.show<frmAudioCDBurn>([&writer] { return writer.release(); });
 }

@@ -32,6 +32,7 @@ public:
     void showVocalRemover();
     void execVocalRemover();
     void execMp3Encoder();
+    void showDiscWriter();
 
 private:
     bool recorderIsThere();

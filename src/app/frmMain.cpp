@@ -179,6 +179,7 @@ void frmMain::connectToolBar()
     run(parked->cmdLoopWindowForward, position, &PositionPanel::cmdLoopWindowForward_Click);
     run(toolBar->tlbCmdRecord, independent.get(), &IndependentWindows::openRecorder);
     run(toolBar->tlbCmdMP3, independent.get(), &IndependentWindows::execMp3Encoder);
+    run(toolBar->tlbCmdCDBurn, independent.get(), &IndependentWindows::showDiscWriter);
     run(toolBar->tlbCmdVocalRemover, independent.get(), &IndependentWindows::execVocalRemover);
     run(toolBar->tlbCmdHelp, this, [this] { help.open(); });
 

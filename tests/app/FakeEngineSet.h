@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/FakeDiscEngine.h"
 #include "app/FakeEditorEngine.h"
 #include "app/FakeMp3EncoderEngine.h"
 #include "app/FakePlayerEngine.h"
 #include "app/FakeRecorderEngine.h"
 #include "app/FakeVocalRemoverEngine.h"
-#include "engines/DiscEngine.h"
 #include "engines/EngineSet.h"
 #include "engines/OutputMixer.h"
 
@@ -39,6 +39,6 @@ public:
     {
         return std::make_unique<FakeMp3EncoderEngine>();
     }
-    std::unique_ptr<DiscEngine> createDisc() override { return nullptr; }
+    std::unique_ptr<DiscEngine> createDisc() override { return std::make_unique<FakeDiscEngine>(); }
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<FakeOutputMixer>(); }
 };

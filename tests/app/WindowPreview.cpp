@@ -1,5 +1,6 @@
 #include "app/FakeEngineSet.h"
 #include "app/frmMain.h"
+#include "encoding/TrackListPanel.h"
 #include "support/DesktopShell.h"
 #include "support/IconTheme.h"
 #include "support/SettingsStore.h"
@@ -109,9 +110,23 @@ void showMp3Encoder(QWidget& main, const QStringList& wishes)
     main.findChild<QAction*>("mnuMP3")->trigger();
 }
 
+// The disc writer's window with tracks, and in the middle of a write if that is wished for.
+void showDiscWriter(QWidget& main, const QStringList& wishes)
+{
+    main.findChild<QAbstractButton*>("tlbCmdCDBurn")->click();
+    auto* writer = main.findChild<QWidget*>("frmAudioCDBurn");
+    if (!wishes.contains("empty"))
+        writer->findChild<TrackListPanel*>()->RefreshTrackList();
+    if (wishes.contains("long"))
+        lengthenCaptions(*writer);
+    if (wishes.contains("writing"))
+        writer->findChild<QAbstractButton*>("cmdWriteDisc")->click();
+}
+
 // Shows the main window with a player that only keeps time, to look at it: [dark] [fusion] [long] [empty] [marks]
 // [expanded]; with [recorder] that window under it, collapsed or expanded as it is, or with [tip] what comes before
-// that; with [vocals] the vocal remover's window; with [mp3] the MP3 encoder's, with its options if [expanded].
+// that; with [vocals] the vocal remover's window; with [mp3] the MP3 encoder's, with its options if [expanded];
+// with [disc] the disc writer's, [writing] or not.
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -166,6 +181,8 @@ int main(int argc, char** argv)
             showVocalRemover(window, sound.fileName(), wishes);
         if (wishes.contains("mp3"))
             showMp3Encoder(window, wishes);
+        if (wishes.contains("disc"))
+            showDiscWriter(window, wishes);
     });
     return QApplication::exec();
 }
