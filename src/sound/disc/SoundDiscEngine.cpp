@@ -95,7 +95,7 @@ void SoundDiscEngine::tellReports()
     watch.start();  // before anything is told: slots may turn the event loop, and it is to go on there
     const QPointer<SoundDiscEngine> engine(this);
     const std::shared_ptr<DiscWrite> told = write;
-    while (engine && told == write) {
+    while (engine && told && told == write) {
         const std::optional<WriteReport> report = told->takeReport();
         if (!report)
             return;
