@@ -14,6 +14,9 @@ constexpr std::int64_t blocksAtOnce = 4;
 
 constexpr std::size_t bytesAtOnce = std::size_t{64} * 1024;
 
+/// Whoever gives up waits for no more than this on its way to the disc.
+constexpr std::int64_t bytesOffTheDisc = std::int64_t{1024} * 1024;
+
 /// Writes one piece behind the other, large ones.
 class Mp3Stream
 {
@@ -34,13 +37,17 @@ public:
             return false;
         written += static_cast<std::int64_t>(bytes.size());
         bytes.clear();
-        return true;
+        if (written - onDisc < bytesOffTheDisc)
+            return true;
+        onDisc = written;
+        return file.bringToDisc();
     }
 
 private:
     WholeFile& file;
     std::vector<std::byte> bytes;
     std::int64_t written = 0;
+    std::int64_t onDisc = 0;
 };
 
 }  // namespace
