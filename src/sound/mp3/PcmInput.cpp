@@ -73,20 +73,19 @@ PcmInput::PcmInput(std::shared_ptr<const RegularFile> openFile, const ByteRange&
     , form(sampleForm)
     , frameRate(rate)
     , channelCount(channels)
-    , frames{(range.end - range.begin) / (bytesPerSample(sampleForm) * channels)}
+    , frames{(range.end - range.begin) / frameSize()}
 {
 }
 
 std::span<const float> PcmInput::next(FrameCount most)
 {
-    const auto frameSize = static_cast<std::size_t>(bytesPerSample(form) * channelCount);
-    const auto wanted = static_cast<std::size_t>(std::min(most, frames - read).value);
-    packed.resize(wanted * frameSize);
-    const std::int64_t offset = begin + read.value * static_cast<std::int64_t>(frameSize);
-    const std::size_t got = file->readAt(offset, packed) / frameSize;
-    samples.resize(got * static_cast<std::size_t>(channelCount));
+    const FrameCount wanted = std::min(most, frames - read);
+    packed.resize(static_cast<std::size_t>(wanted.value * frameSize()));
+    const std::size_t bytes = file->readAt(begin + read.value * frameSize(), packed);
+    const FrameCount got{static_cast<std::int64_t>(bytes) / frameSize()};
+    samples.resize(static_cast<std::size_t>(got.value * channelCount));
     unpackPcm(form, packed, samples);
-    read = read + FrameCount{static_cast<std::int64_t>(got)};
+    read = read + got;
     return samples;
 }
 

@@ -50,6 +50,8 @@ private:
     PcmInput(std::shared_ptr<const RegularFile> file, const ByteRange& range, const PcmForm& form, SampleRate rate,
              int channels);
 
+    std::int64_t frameSize() const { return std::int64_t{bytesPerSample(form)} * channelCount; }
+
     std::shared_ptr<const RegularFile> file;
     std::int64_t begin;
     PcmForm form;
