@@ -16,7 +16,8 @@ namespace sound {
 /// and LAME chooses the nearest that goes with the rate of the sound.
 ///
 /// An encoding has the properties, the priority too, that were set when it was called for; its input is opened when
-/// its turn has come. Destroyed, the engine gives up the one under way, and those that wait.
+/// its turn has come. One that would be put over its own input is refused. Destroyed, the engine gives up the one
+/// under way, and those that wait.
 class SoundMp3EncoderEngine : public Mp3EncoderEngine
 {
 public:
