@@ -8,6 +8,7 @@ Run it when the windows have changed. Each picture is a window, without its fram
 import os
 import shutil
 import sys
+import tempfile
 import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
@@ -99,7 +100,40 @@ def main():
         player.set_value("Position in seconds", 5)
         time.sleep(1)
         take(stage, "^Vocal Remover$", os.path.join(MANUAL, "vocal-remover.png"))
-        player.end()
+        player.press("alt+F4")
+        player.wait_for_no_window("^Vocal Remover$")
+        player.activate()
+        with tempfile.TemporaryDirectory(prefix="songs-") as songs:
+            encoder(stage, player, shutil.copy(os.path.join(build, "practice", TRACKS[1]), songs))
+            disc(stage, player, [shutil.copy(os.path.join(build, "practice", track), songs) for track in TRACKS])
+            player.end()
+
+
+def encoder(stage, player, song):
+    player.press("ctrl+e")
+    player.wait_for_window("^MP3 encoder$")
+    player.click("Browse", "push button")
+    player.answer_file_dialog("^Select a file to encode$", song)
+    player.wait_for_window("^MP3 encoder$")
+    player.click("Options", "push button")
+    player.click("Joint", "radio button")
+    player.click("Use variable bitrate", "check box")
+    take(stage, "^MP3 encoder$", os.path.join(MANUAL, "mp3-encoder.png"))
+    player.press("alt+F4")
+    player.wait_for_no_window("^MP3 encoder$")
+    player.activate()
+
+
+def disc(stage, player, songs):
+    player.click_in_tool_bar("Burn Audio CD")
+    for song in songs:
+        player.wait_for_window("^Audio CD Writer$")
+        player.click("Add audio track", "push button")
+        player.answer_file_dialog("^Open audio", song)
+    player.wait_for_window("^Audio CD Writer$")
+    wait_until(lambda: player.shows("2 Audio Tracks"), "the tracks")
+    player.click("Disc at once", "check box")
+    take(stage, "^Audio CD Writer$", os.path.join(MANUAL, "audio-cd-writer.png"))
 
 
 if __name__ == "__main__":

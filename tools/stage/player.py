@@ -83,6 +83,13 @@ class Player:
         x, y, width, height = self.place(name, role)
         self.click_at(x + width / 2, y + height / 2, **options)
 
+    def click_in_tool_bar(self, name):
+        def button():
+            return next((item for item in self._walk() if item.get_name() == name), None)
+
+        x, y, width, height = self._place_of(wait_until(button, f"“{name}” in the tool bar"))
+        self.click_at(x + width / 2, y + height / 2)
+
     # What it shows, asked over the accessibility bus
 
     def _application(self):
