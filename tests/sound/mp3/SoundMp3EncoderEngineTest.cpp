@@ -307,7 +307,8 @@ TEST_F(SoundMp3EncoderEngineTest, NorWhereItsNameComesToMeanTheInputMeanwhile)
     engine->HighQuality(true);
     ASSERT_TRUE(engine->Encode());
     ASSERT_TRUE(isUnderWay());
-    ASSERT_EQ(::link(QFile::encodeName(files.path("in.wav")).constData(), QFile::encodeName(output).constData()), 0);
+    ASSERT_EQ(::link(QFile::encodeName(files.path("in.wav")).constData(), QFile::encodeName(output).constData()),
+              0);
     waitForTheOthers();
     EXPECT_EQ(done(), 1);
     EXPECT_EQ(contentOf(output) == sound, true);
