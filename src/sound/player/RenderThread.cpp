@@ -28,13 +28,6 @@ void askForPriority()
     pthread_setschedparam(pthread_self(), SCHED_RR, &parameters);
 }
 
-void raise(std::atomic<float>& peak, float value)
-{
-    float before = peak.load(std::memory_order_relaxed);
-    while (before < value && !peak.compare_exchange_weak(before, value, std::memory_order_relaxed)) {
-    }
-}
-
 }  // namespace
 
 RenderThread::RenderThread(const MakeOutput& make)
@@ -69,7 +62,7 @@ const Snapshot& RenderThread::snapshot()
 
 Peaks RenderThread::takePeaks()
 {
-    return {leftPeak.exchange(0, std::memory_order_relaxed), rightPeak.exchange(0, std::memory_order_relaxed)};
+    return peaks.take();
 }
 
 void RenderThread::notify()
@@ -139,9 +132,7 @@ void RenderThread::report()
     snapshot.moment = std::chrono::steady_clock::now();
     heard.publish(snapshot);
 
-    const Peaks peaks = renderer.takePeaks(delay);
-    raise(leftPeak, peaks.left);
-    raise(rightPeak, peaks.right);
+    peaks.raise(renderer.takePeaks(delay));
 }
 
 }  // namespace sound

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sound/device/AudioOutput.h"
+#include "sound/dsp/PeakHold.h"
 #include "sound/player/LatestValue.h"
 #include "sound/player/Renderer.h"
 #include "sound/player/Settings.h"
@@ -55,8 +56,7 @@ private:
 
     // Written by the render thread, read by the main thread.
     LatestValue<Snapshot> heard;
-    std::atomic<float> leftPeak = 0;
-    std::atomic<float> rightPeak = 0;
+    PeakHold peaks;
 
     // The render thread's own.
     std::unique_ptr<AudioOutput> output;

@@ -16,13 +16,6 @@ namespace {
 
 constexpr SampleRate rateBeforeTheFirst{48000};
 
-void raisePeak(std::atomic<float>& peak, float value)
-{
-    float before = peak.load(std::memory_order_relaxed);
-    while (before < value && !peak.compare_exchange_weak(before, value, std::memory_order_relaxed)) {
-    }
-}
-
 }  // namespace
 
 RecordingThread::RecordingThread()
@@ -129,7 +122,7 @@ void RecordingThread::answer()
 
 Peaks RecordingThread::takePeaks()
 {
-    return {leftPeak.exchange(0, std::memory_order_relaxed), rightPeak.exchange(0, std::memory_order_relaxed)};
+    return peaks.take();
 }
 
 // What was asked for before the answer is a part of it, and is done at the place that is held; the rest comes
@@ -185,9 +178,7 @@ std::optional<FrameCount> RecordingThread::take()
     }
     const RecordingChain::Step step = chain.take(std::span(buffer).subspan(used));
     used += static_cast<std::size_t>(step.taken.value) * 2;
-    const Peaks peaks = chain.takePeaks();
-    raisePeak(leftPeak, peaks.left);
-    raisePeak(rightPeak, peaks.right);
+    peaks.raise(chain.takePeaks());
     if (step.failed)
         tell(Event::Failed);
     if (step.change) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sound/device/Wakeup.h"
-#include "sound/dsp/PeakMeter.h"
+#include "sound/dsp/PeakHold.h"
 #include "sound/recorder/LevelWatch.h"
 #include "sound/recorder/RecordingChain.h"
 
@@ -106,8 +106,7 @@ private:
     bool answered = false;
     std::size_t tasksOfAnswer = 0;
     std::atomic<bool> ending = false;
-    std::atomic<float> leftPeak = 0;
-    std::atomic<float> rightPeak = 0;
+    PeakHold peaks;
 
     // The thread's own.
     RecordingChain chain;
