@@ -20,9 +20,6 @@ namespace {
 
 constexpr auto lookInterval = 20ms;
 
-// 32 MiB: three and a half seconds of a drive at 52 times the speed of a player.
-constexpr std::int64_t reserve = std::int64_t{32} * 1024 * 1024 / Sectors::bytes;
-
 // Decoding all tracks takes about a quarter of the time that a quick drive takes to write them.
 constexpr int percentOfCaching = 20;
 
@@ -132,7 +129,7 @@ WriteEnd DiscWrite::writeFromCache()
 
 WriteEnd DiscWrite::writeThroughRing()
 {
-    SectorRing ring(std::min(reserve, totalSectors), stop.get_token());
+    SectorRing ring(std::min(order.reserve, totalSectors), stop.get_token());
     const auto goOn = [this](const DiscFileReport& report, const std::stop_token& token) {
         return reports.ask(report, token);
     };

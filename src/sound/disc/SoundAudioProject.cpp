@@ -7,9 +7,10 @@ namespace sound {
 
 DiscWriter::~DiscWriter() = default;
 
-SoundAudioProject::SoundAudioProject(DiscWriter& discWriter)
+SoundAudioProject::SoundAudioProject(DiscWriter& discWriter, std::int64_t reserve)
     : writer(discWriter)
 {
+    order.reserve = reserve;
 }
 
 const DiscTrack* SoundAudioProject::trackAt(int position) const

@@ -23,8 +23,8 @@ public:
 class SoundAudioProject : public AudioProject
 {
 public:
-    /// @p writer outlives this.
-    explicit SoundAudioProject(DiscWriter& writer);
+    /// @p writer outlives this. @p reserve is that of a WriteOrder.
+    SoundAudioProject(DiscWriter& writer, std::int64_t reserve);
 
     void SetWriteMode(int mode) override { order.discAtOnce = mode == discAtOnce; }
     void SetWriteSpeed(int code) override { order.speed = code; }

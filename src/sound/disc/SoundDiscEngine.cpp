@@ -18,10 +18,10 @@ constexpr auto watchInterval = 50ms;
 
 }  // namespace
 
-SoundDiscEngine::SoundDiscEngine(FindDrives find, const QString& imageFolder)
+SoundDiscEngine::SoundDiscEngine(FindDrives find, const QString& imageFolder, std::int64_t reserve)
     : findDrives(std::move(find))
     , imageWriter(makeDevice(std::make_unique<DiscImageDrive>(imageFolder)))
-    , project(*this)
+    , project(*this, reserve)
 {
     watch.setInterval(watchInterval);
     watch.setSingleShot(true);

@@ -7,6 +7,7 @@
 #include "sound/disc/SoundDiscDevice.h"
 
 #include <QTimer>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -20,8 +21,8 @@ namespace sound {
 class SoundDiscEngine : public DiscEngine, private DiscWriter
 {
 public:
-    /// Images go into @p imageFolder, which is made when it is missing.
-    SoundDiscEngine(FindDrives findDrives, const QString& imageFolder);
+    /// Images go into @p imageFolder, which is made when it is missing. @p reserve is that of a WriteOrder.
+    SoundDiscEngine(FindDrives findDrives, const QString& imageFolder, std::int64_t reserve = WriteOrder().reserve);
     ~SoundDiscEngine() override;
 
     bool InitDevices(bool) override;

@@ -74,10 +74,14 @@ void TrackSound::bringToDiscForm(std::span<const float> frames)
 {
     const FrameCount count = std::min(left, FrameCount{static_cast<std::int64_t>(frames.size()) / channels});
     left = left - count;
-    for (const float sample : frames.first(static_cast<std::size_t>(count.value * channels))) {
-        const std::int16_t step = sixteenBits(sample);
-        samples.insert(samples.end(), channels == 1 ? 2 : 1, step);
+    const auto given = frames.first(static_cast<std::size_t>(count.value * channels));
+    samples.resize(static_cast<std::size_t>(count.value * 2));
+    if (channels == 2) {
+        std::ranges::transform(given, samples.begin(), [this](float sample) { return sixteenBits(sample); });
+        return;
     }
+    for (std::size_t frame = 0; frame < given.size(); ++frame)
+        samples[2 * frame] = samples[2 * frame + 1] = sixteenBits(given[frame]);
 }
 
 }  // namespace sound

@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <map>
 #include <numbers>
 #include <span>
 
@@ -154,9 +153,7 @@ protected:
             expectTone(source, track);
             return;
         }
-        std::vector<double>& wanted = sounds[source.file];
-        if (wanted.empty())
-            wanted = soundIn(source, files.path(source.file));
+        const std::vector<double> wanted = soundIn(source, files.path(source.file));
         EXPECT_LE(worstDifference(track, wanted), source.tolerance) << source.file;
     }
 
@@ -176,10 +173,15 @@ protected:
         EXPECT_LE(worst, source.tolerance) << source.file;
     }
 
-    void expectDisc(const CdImageReader& disc, long pause)
+    /// What a program that rips CDs finds on it, track by track.
+    std::vector<QByteArray> expectDisc(const CdImageReader& disc, long pause)
     {
-        ASSERT_TRUE(disc.isOpen());
-        ASSERT_EQ(disc.tracks(), 12);
+        std::vector<QByteArray> ripped;
+        EXPECT_TRUE(disc.isOpen());
+        if (!disc.isOpen() || disc.tracks() != 12) {
+            ADD_FAILURE() << "there are no twelve tracks";
+            return ripped;
+        }
         long sector = 0;
         for (int number = 1; number <= 12; ++number) {
             const Source& source = sources()[static_cast<std::size_t>(number - 1)];
@@ -189,20 +191,19 @@ protected:
             if (source.sectors > 0) {
                 EXPECT_EQ(length, source.sectors) << source.file;
             }
-            expectSoundOf(source, samplesOf(disc.sound(number)));
+            ripped.push_back(disc.sound(number));
             sector += length;
             if (number < 12) {
-                const QByteArray silence = disc.sound(sector, sector + pause);
-                EXPECT_EQ(silence, QByteArray(pause * Sectors::bytes, '\0'));
+                EXPECT_EQ(disc.sound(sector, sector + pause), QByteArray(pause * Sectors::bytes, '\0'));
                 sector += pause;
             }
         }
         EXPECT_EQ(disc.discEnd(), sector);
         EXPECT_EQ(sector, project().GetRequiredSpace());
+        return ripped;
     }
 
     QStringList sheets;
-    std::map<QString, std::vector<double>> sounds;
 };
 
 TEST_F(WrittenImageTest, TwelveTracksOfAllFormatsAreReadBackAsAnAudioCd)
@@ -210,12 +211,15 @@ TEST_F(WrittenImageTest, TwelveTracksOfAllFormatsAreReadBackAsAnAudioCd)
     addAll();
     project().SetCacheFiles(true);
     ASSERT_EQ(write(imageWriter()), DiscStage::Completed);
-    expectDisc(CdImageReader(newSheet()), Sectors::pause);
+    const std::vector<QByteArray> ripped = expectDisc(CdImageReader(newSheet()), Sectors::pause);
+    ASSERT_EQ(ripped.size(), 12U);
+    for (std::size_t track = 0; track < ripped.size(); ++track)
+        expectSoundOf(sources()[track], samplesOf(ripped[track]));
 
     project().SetCacheFiles(false);
     project().SetWriteMode(AudioProject::discAtOnce);
     ASSERT_EQ(write(imageWriter()), DiscStage::Completed);
-    expectDisc(CdImageReader(newSheet()), 0);
+    EXPECT_TRUE(expectDisc(CdImageReader(newSheet()), 0) == ripped);
 }
 
 /// A file that stands for a track of the disc beside it.
