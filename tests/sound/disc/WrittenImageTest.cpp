@@ -260,7 +260,7 @@ TEST_F(WrittenImageTest, ADiscIsCalledAsItsFilesAre)
         "a.mp3", sound, album + QStringList{"-metadata", "title=First \"one\"", "-metadata", "artist=Ann"})));
     ASSERT_TRUE(add(files.make("b.mp3", sound,
                                album + QStringList{"-metadata", "title=Two\nlines", "-metadata", "artist=Bob"})));
-    ASSERT_TRUE(add(files.make("c.wma", sound, album)));
+    ASSERT_TRUE(add(files.make("c \"ö\" 漢.wma", sound, album)));
     ASSERT_EQ(write(imageWriter()), DiscStage::Completed);
     const CdImageReader disc(newSheet());
     ASSERT_TRUE(disc.isOpen());
