@@ -115,7 +115,7 @@ WriteEnd DiscWrite::writeFromCache()
             ended = decoding.waitForEnd(lookInterval);
             tellCaching(decoding.decoded());
         }
-        if (!ended)
+        if (!ended || givenUp())
             return cancelled();
         if (const auto error = decoding.error())
             return failed(*error);

@@ -4,6 +4,7 @@
 #include "sound/Eventually.h"
 #include "sound/SoundFiles.h"
 #include "sound/disc/ScriptedDrive.h"
+#include "sound/disc/SilentWave.h"
 #include "sound/disc/SoundDiscEngine.h"
 
 #include <gtest/gtest.h>
@@ -35,6 +36,7 @@ class DiscEngineTest : public ::testing::Test
 protected:
     /// Sectors that are decoded ahead of a drive: few, so that short files are longer.
     static constexpr std::int64_t reserve = 400;
+    static constexpr std::int64_t longTrack = 1000;
 
     DiscEngineTest() { makeEngine(finding(script)); }
 
@@ -73,6 +75,19 @@ protected:
     QString tone(const QString& name, double seconds, double hertz = 440) const
     {
         return files.make(name, sine(hertz, 44100, 2, static_cast<std::int64_t>(seconds * 44100)));
+    }
+
+    QString silence(const QString& name, std::int64_t sectors) const
+    {
+        return silentWave(files.path(name), {44100}, 2, {sectors * Sectors::frames});
+    }
+
+    /// The 16 bits of a WAV file, and the silence that makes it a track of so many sectors.
+    static QByteArray trackOf(const QString& file, std::int64_t sectors)
+    {
+        QByteArray bytes;
+        runFfmpeg({"-i", "file:" + file, "-f", "s16le", "pipe:1"}, {}, &bytes);
+        return bytes + QByteArray(sectors * Sectors::bytes - bytes.size(), '\0');
     }
 
     bool add(const QString& file, int position = 1000)

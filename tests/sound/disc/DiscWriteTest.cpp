@@ -1,6 +1,5 @@
 #include "sound/DiscOf.h"
 #include "sound/disc/DiscEngineTest.h"
-#include "sound/disc/SilentWave.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -15,25 +14,9 @@ namespace {
 
 using enum DiscStage;
 
-/// Sectors of a file that is longer than what is decoded ahead of the drive.
-constexpr std::int64_t longTrack = 1000;
-
 class DiscWriteTest : public DiscEngineTest
 {
 protected:
-    QString silence(const QString& name, std::int64_t sectors) const
-    {
-        return silentWave(files.path(name), {44100}, 2, {sectors * Sectors::frames});
-    }
-
-    /// The 16 bits of a WAV file, and the silence that makes it a track of so many sectors.
-    static QByteArray trackOf(const QString& file, std::int64_t sectors)
-    {
-        QByteArray bytes;
-        runFfmpeg({"-i", "file:" + file, "-f", "s16le", "pipe:1"}, {}, &bytes);
-        return bytes + QByteArray(sectors * Sectors::bytes - bytes.size(), '\0');
-    }
-
     void addThreeTones()
     {
         ASSERT_TRUE(add(tone("a.wav", 4.1, 440)));    // 307.5 sectors
@@ -244,76 +227,6 @@ TEST_F(DiscWriteTest, AFileThatVanishesBeforeItIsDecodedEndsTheWrite)
     EXPECT_EQ(errors[0].kind, DiscWriteError::sourceFile);
     EXPECT_EQ(errors[0].fileError, (DiscFileError{ENOENT, "No such file or directory", file}));
     expectOrderly();
-}
-
-/// A file that is cut short while the drive already writes, and the ring is full.
-class CutShortTest : public DiscWriteTest
-{
-protected:
-    void SetUp() override
-    {
-        file = files.path("long.wav");
-        ASSERT_TRUE(add(silence("long.wav", longTrack)));
-        ASSERT_TRUE(add(tone("b.wav", 4)));
-        script.write = [this](const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch) {
-            QFile::resize(file, QFileInfo(file).size() - 300 * Sectors::bytes);
-            return takeAll(plan, feed, watch, 100, script.taken);
-        };
-    }
-
-    QString file;
-};
-
-TEST_F(CutShortTest, IsWrittenWithSilenceInThePlaceOfWhatIsMissing)
-{
-    EXPECT_EQ(write(device()), Completed);
-    EXPECT_EQ(warnings, (std::vector{DiscFileReport{file, "The file ends early"}}));
-    EXPECT_TRUE(script.taken == QByteArray(longTrack * Sectors::bytes, '\0') + trackOf(files.path("b.wav"), 300));
-    EXPECT_TRUE(errors.empty());
-}
-
-TEST_F(CutShortTest, FailsWhereNobodyLetsItGoOn)
-{
-    goOn = false;
-    EXPECT_EQ(write(device()), Failed);
-    EXPECT_EQ(warnings.size(), 1U);
-    ASSERT_EQ(errors.size(), 1U);
-    EXPECT_EQ(errors[0].kind, DiscWriteError::sourceFile);
-    EXPECT_EQ(errors[0].fileError, (DiscFileError{-6, "The file ends early", file}));
-}
-
-TEST_F(CutShortTest, IsAskedAboutOnTheMainThreadForAsLongAsThatTakes)
-{
-    onWarning = [this] {
-        QEventLoop box;
-        QTimer::singleShot(200, &box, &QEventLoop::quit);
-        box.exec();
-        EXPECT_FALSE(ended());
-    };
-    EXPECT_EQ(write(device()), Completed);
-    EXPECT_EQ(warnings.size(), 1U);
-}
-
-TEST_F(CutShortTest, AbortEndsTheWaitForTheAnswer)
-{
-    onWarning = [this] {
-        project.AbortWrite();
-        EXPECT_TRUE(eventually([this] { return ended(); }));
-    };
-    EXPECT_EQ(write(device()), Cancelled);
-    EXPECT_TRUE(errors.empty());
-}
-
-TEST_F(CutShortTest, AnEngineMayGoWhileItAsks)
-{
-    onWarning = [this] {
-        told.clear();
-        engine.reset();
-    };
-    ASSERT_TRUE(start(device()));
-    EXPECT_TRUE(eventually([this] { return engine == nullptr; }));
-    EXPECT_TRUE(told.empty());
-    EXPECT_EQ(script.alive, 0);
 }
 
 TEST_F(DiscWriteTest, ADiscThatIsFullIsAnOutputFile)

@@ -1,5 +1,4 @@
 #include "sound/disc/DiscEngineTest.h"
-#include "sound/disc/SilentWave.h"
 
 #include <atomic>
 

@@ -1,5 +1,4 @@
 #include "sound/disc/DiscEngineTest.h"
-#include "sound/disc/SilentWave.h"
 
 #include "engines/AudioProject.h"
 
@@ -11,11 +10,6 @@ namespace {
 class SoundDiscEngineTest : public DiscEngineTest
 {
 protected:
-    QString silence(const QString& name, std::int64_t sectors) const
-    {
-        return silentWave(files.path(name), {44100}, 2, {sectors * Sectors::frames});
-    }
-
     QStringList names()
     {
         QStringList all;
