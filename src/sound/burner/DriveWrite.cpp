@@ -22,11 +22,14 @@ namespace {
 // libburn tells nobody that something has changed.
 constexpr auto betweenLooks = 20ms;
 
+// Up to where the disc ends. A track that is written by itself has two sectors more, for the laser to go out.
 std::int64_t sectorsOf(const DiscPlan& plan)
 {
+    constexpr std::int64_t runOut = 2;
     std::int64_t sectors = 0;
     for (const DiscPlan::Track& track : plan.tracks)
-        sectors += track.sectors + (plan.discAtOnce || sectors == 0 ? 0 : Sectors::pause);
+        sectors +=
+            track.sectors + (plan.discAtOnce ? 0 : runOut) + (plan.discAtOnce || sectors == 0 ? 0 : Sectors::pause);
     return sectors;
 }
 

@@ -394,7 +394,7 @@ TEST_F(EmulatedDrive, DoesNotBeginOnADiscThatDoesNotTakeIt)
         {EmulatedWriter::Disc::None, 5000, "There is no disc in the drive."},
         {EmulatedWriter::Disc::WrittenCd, 5000, "The disc in the drive is not a blank CD."},
         {EmulatedWriter::Disc::BlankDvd, 5000, "The disc in the drive is not a blank CD."},
-        {EmulatedWriter::Disc::BlankCd, sectorsOfThreeTracks + 299,
+        {EmulatedWriter::Disc::BlankCd, sectorsOfThreeTracks + 2 * 150 + 3 * 2 - 1,
          "The disc in the drive is too small for these tracks."},
     };
     for (const Case& one : cases) {
@@ -412,10 +412,13 @@ TEST_F(EmulatedDrive, DoesNotBeginOnADiscThatDoesNotTakeIt)
 
 TEST_F(EmulatedDrive, FillsADiscToItsLastSector)
 {
-    writer.setCapacity(sectorsOfThreeTracks);
     DiscPlan plan = threeTracks();
-    plan.discAtOnce = true;
-    EXPECT_EQ(write(plan).end, WriteOutcome::Written);
+    for (const bool atOnce : {true, false}) {
+        writer.insert(EmulatedWriter::Disc::BlankCd);
+        writer.setCapacity(sectorsOfThreeTracks + (atOnce ? 0 : 2 * 150 + 3 * 2));
+        plan.discAtOnce = atOnce;
+        EXPECT_EQ(write(plan).end, WriteOutcome::Written);
+    }
 }
 
 TEST_F(EmulatedDrive, OpensItsTray)

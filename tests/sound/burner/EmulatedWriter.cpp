@@ -67,6 +67,8 @@ void EmulatedWriter::insert(Disc disc)
 {
     const std::lock_guard<std::mutex> alone(lock);
     loaded = disc;
+    sectors.clear();
+    cues.clear();
 }
 
 void EmulatedWriter::fillDisc(int count)

@@ -51,7 +51,7 @@ public:
     WriterAbilities abilities;
 
     // What is done to it.
-    void insert(Disc disc);
+    void insert(Disc disc);  // another one
     void fillDisc(int sectors);
     void setCapacity(int sectors);
     void letAnotherProgramUseIt(bool used);
