@@ -139,7 +139,8 @@ void DriveWrite::awaitThreadOfLostDrive()
     }
 }
 
-// It is told to stop again and again: what it is told before its thread has begun it forgets.
+// It is told to stop again and again: what it is told before its thread has begun it forgets. When the drive has
+// all sectors it is not told any more: nothing would be won, and a disc would be lost that is as good as done.
 bool DriveWrite::runUntilDone(burn::burn_write_opts* options, const AudioSession& session, const FeedBytes& bytes,
                               const DiscPlan& plan, WriteWatch& watch)
 {
@@ -153,11 +154,11 @@ bool DriveWrite::runUntilDone(burn::burn_write_opts* options, const AudioSession
         keepMessages();
         if (status == burn::BURN_DRIVE_IDLE)
             break;
-        stopped = stopped || watch.givenUp() || bytes.hasEnded();
+        if (!stopped)
+            steps.follow({doingOf(status), progress.track, progress.sectors, progress.sector});
+        stopped = stopped || bytes.hasEnded() || (watch.givenUp() && !steps.isAllSent());
         if (stopped)
             burn::burn_drive_cancel(drive);
-        else
-            steps.follow({doingOf(status), progress.track, progress.sectors, progress.sector});
         std::this_thread::sleep_for(betweenLooks);
     }
     awaitThreadOfLostDrive();

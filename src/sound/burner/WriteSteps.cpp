@@ -42,6 +42,11 @@ void WriteSteps::finishTracks()
     write(lastTrack(), plan.tracks.back().sectors);
 }
 
+bool WriteSteps::isAllSent() const
+{
+    return track > lastTrack() || (track == lastTrack() && sectors == plan.tracks.back().sectors);
+}
+
 // The last sector has been sent, and the drive is still at it: at the end of the track, or of the disc.
 void WriteSteps::followTracks(const WriteMoment& moment)
 {

@@ -36,6 +36,9 @@ public:
     /// All tracks are on the disc.
     void finishTracks();
 
+    /// The drive has all sectors: what is left is its own to do.
+    bool isAllSent() const;
+
 private:
     int lastTrack() const { return static_cast<int>(plan.tracks.size()) - 1; }
     void enter(DiscStage stage);

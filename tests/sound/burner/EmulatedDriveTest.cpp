@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <string>
+#include <thread>
 
 using namespace sound;
 
@@ -321,6 +323,24 @@ TEST_F(EmulatedDrive, StopsWhenItIsGivenUp)
         EXPECT_EQ(write(plan).end, WriteOutcome::GivenUp);
         EXPECT_LT(writer.endOfWritten(), 1000);
         expectGivenBack();
+    }
+}
+
+TEST_F(EmulatedDrive, FinishesADiscThatIsGivenUpWhenNothingOfItIsLeftToSend)
+{
+    writer.beforeFinishing([this] {
+        for (int i = 0; i < 20000 && !watch.gaveUp; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        EXPECT_TRUE(watch.gaveUp);
+    });
+    watch.onStage = [this](DiscStage stage) { watch.gaveUp = watch.gaveUp || stage == DiscStage::LeadOut; };
+    for (const bool atOnce : {true, false}) {
+        writer.insert(EmulatedWriter::Disc::BlankCd);
+        watch.gaveUp = false;
+        DiscPlan plan = threeTracks();
+        plan.discAtOnce = atOnce;
+        EXPECT_EQ(write(plan).end, WriteOutcome::Written);
+        EXPECT_EQ(writer.disc(), EmulatedWriter::Disc::WrittenCd);
     }
 }
 

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <filesystem>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -107,6 +108,12 @@ void EmulatedWriter::writeSlowly(int millisecondsPerCommand)
 {
     const std::lock_guard<std::mutex> alone(lock);
     delay = millisecondsPerCommand;
+}
+
+void EmulatedWriter::beforeFinishing(std::function<void()> call)
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    atEnd = std::move(call);
 }
 
 EmulatedWriter::Disc EmulatedWriter::disc() const
@@ -278,6 +285,7 @@ bool EmulatedWriter::write(const Command& command, Sense& sense)
 // The disc is as it was before, when all was a test.
 void EmulatedWriter::finishSession()
 {
+    atEnd();
     if (isTest() || sectors.empty())
         return;
     loaded = Disc::WrittenCd;

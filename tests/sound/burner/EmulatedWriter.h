@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <span>
@@ -58,6 +59,7 @@ public:
     void failWriteAt(int sector, Sense sense);
     void pullOutAt(int sector);
     void writeSlowly(int millisecondsPerCommand);
+    void beforeFinishing(std::function<void()> call);
 
     // What has become of it.
     Disc disc() const;
@@ -109,6 +111,7 @@ private:
     Sense failure;
     int pulledSector = -1;
     int delay = 0;
+    std::function<void()> atEnd = [] {};
     int speed = -1;
     std::map<int, int> commands;
     Bytes cues;

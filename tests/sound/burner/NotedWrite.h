@@ -2,6 +2,7 @@
 
 #include "sound/disc/DiscDrive.h"
 
+#include <atomic>
 #include <functional>
 #include <string>
 #include <vector>
@@ -10,7 +11,11 @@
 class NotedWrite : public sound::WriteWatch
 {
 public:
-    void stage(DiscStage stage, int track) override { stages.push_back({stage, track}); }
+    void stage(DiscStage stage, int track) override
+    {
+        stages.push_back({stage, track});
+        onStage(stage);
+    }
 
     void written(int track, std::int64_t sectors) override
     {
@@ -35,6 +40,7 @@ public:
     std::vector<Stage> stages;
     std::vector<std::int64_t> tracks;
     bool wentBack = false;
-    bool gaveUp = false;
+    std::atomic<bool> gaveUp = false;
+    std::function<void(DiscStage)> onStage = [](DiscStage) {};
     std::function<void(int, std::int64_t)> onWritten = [](int, std::int64_t) {};
 };
