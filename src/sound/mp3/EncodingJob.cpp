@@ -9,9 +9,6 @@
 namespace sound {
 namespace {
 
-/// Between two looks at whether the job is given up: a tenth of a second of sound.
-constexpr std::int64_t blocksAtOnce = 4;
-
 constexpr std::size_t bytesAtOnce = std::size_t{64} * 1024;
 
 /// Whoever gives up waits for no more than this on its way to the disc.
@@ -97,10 +94,10 @@ bool EncodingJob::encodeFile()
 
 bool EncodingJob::encodeFrames(PcmInput& input, LameEncoder& encoder, WholeFile& file)
 {
-    const FrameCount piece{encoder.block().value * blocksAtOnce};
     Mp3Stream stream(file);
     while (input.done() < input.length()) {
-        const std::span<const float> frames = input.next(piece);
+        // Little at once: a thread of low priority may have to wait long before it finds that it is given up.
+        const std::span<const float> frames = input.next(encoder.block());
         if (frames.empty() || givenUp.load(std::memory_order_relaxed) ||
             !encoder.encode(frames, stream.waiting()) || !stream.writeWhereMuchWaits())
             return false;
