@@ -20,7 +20,10 @@ public:
     }
 
     /// The highest since the last call.
-    Peaks take() { return {left.exchange(0, std::memory_order_relaxed), right.exchange(0, std::memory_order_relaxed)}; }
+    Peaks take()
+    {
+        return {left.exchange(0, std::memory_order_relaxed), right.exchange(0, std::memory_order_relaxed)};
+    }
 
 private:
     static void raise(std::atomic<float>& held, float peak)
