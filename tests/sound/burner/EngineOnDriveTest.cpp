@@ -12,7 +12,7 @@ namespace {
 using enum DiscStage;
 
 /// The 16 bits of a WAV file, and the silence that makes it a track of so many sectors.
-EmulatedWriter::Bytes trackOf(const QString& file, int sectors)
+EmulatedWriter::Bytes onDiscAs(const QString& file, int sectors)
 {
     QByteArray bytes;
     runFfmpeg({"-i", "file:" + file, "-f", "s16le", "pipe:1"}, {}, &bytes);
@@ -45,8 +45,8 @@ TEST_F(EngineOnDrive, WritesTheSoundOfTheFilesToTheBit)
 {
     ASSERT_TRUE(add(tone("a.wav", 4.1, 440)));  // 307.5 sectors
     ASSERT_TRUE(add(tone("b.wav", 1, 1000)));   // less than a track has
-    EmulatedWriter::Bytes wanted = trackOf(files.path("a.wav"), 308);
-    const EmulatedWriter::Bytes second = trackOf(files.path("b.wav"), 300);
+    EmulatedWriter::Bytes wanted = onDiscAs(files.path("a.wav"), 308);
+    const EmulatedWriter::Bytes second = onDiscAs(files.path("b.wav"), 300);
     wanted.insert(wanted.end(), second.begin(), second.end());
     for (const bool cached : {true, false}) {
         for (const int mode : {AudioProject::discAtOnce, AudioProject::trackAtOnce}) {
