@@ -47,6 +47,7 @@ public:
     LoadedDisc disc() const override { return {true, true, 0, Sectors::wholeDisc}; }
     std::vector<WriteSpeed> speeds() const override { return {}; }
     void eject() override {}
+    std::optional<DiscWriteError> objectionTo(const DiscPlan&) override { return std::nullopt; }
 
     WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch) override
     {

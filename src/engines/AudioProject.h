@@ -22,7 +22,7 @@ public:
         Wma = 3,
     };
 
-    /// `discAtOnce`: the tracks follow each other without a gap, and the whole disc is one run of the laser. All
+    /// `discAtOnce`: the tracks follow each other without a pause, and the whole disc is one run of the laser. All
     /// other numbers: each track by itself, with two seconds of silence before it.
     virtual void SetWriteMode(int mode) = 0;
 
@@ -51,7 +51,8 @@ public:
     /// is no sound of a format above, or less than a disc can hold: below 44100 Hz. Also while a write is under
     /// way.
     ///
-    /// The file is read whole, once, to find its true length.
+    /// What is in the file is counted for its true length, which may mean to read all of it; not so for a track
+    /// that has just been removed.
     virtual void AddTrack(const QString& file, int position, bool& ok) = 0;
 
     /// Positions are from 1. One that no track has removes nothing, and has no file, the format Wav and the length
@@ -66,7 +67,8 @@ public:
 
     virtual void ClearTracks() = 0;
 
-    /// Sectors that all tracks need, with the gaps between them where they are written one by one.
+    /// Sectors that all tracks need, however they are written. The pauses between tracks that are written one by
+    /// one come on top; where there is no room for them the write fails before anything is decoded.
     virtual qint64 GetRequiredSpace() = 0;
 
     /// 1, music, is the only kind there is.

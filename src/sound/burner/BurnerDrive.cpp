@@ -53,9 +53,23 @@ WriteOutcome BurnerDrive::write(const DiscPlan& plan, SectorFeed& feed, WriteWat
     const GrabbedDrive grabbed(turn, identity.address);
     if (grabbed.isThere())
         return DriveWrite(identity, turn, grabbed.drive()).write(plan, feed, watch);
+    return {WriteOutcome::Failed, failureOf(turn, grabbed)};
+}
+
+std::optional<DiscWriteError> BurnerDrive::objectionTo(const DiscPlan& plan)
+{
+    LibburnTurn turn;
+    const GrabbedDrive grabbed(turn, identity.address);
+    if (grabbed.isThere())
+        return DriveWrite(identity, turn, grabbed.drive()).objectionTo(plan);
+    return failureOf(turn, grabbed);
+}
+
+DiscWriteError BurnerDrive::failureOf(LibburnTurn& turn, const GrabbedDrive& grabbed) const
+{
     if (grabbed.systemError() != 0)
-        return {WriteOutcome::Failed, systemError(grabbed.systemError())};
-    return {WriteOutcome::Failed, writeFailure(turn.newMessages(), identity.maker, identity.model)};
+        return systemError(grabbed.systemError());
+    return writeFailure(turn.newMessages(), identity.maker, identity.model);
 }
 
 void BurnerDrive::eject()

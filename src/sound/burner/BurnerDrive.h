@@ -13,6 +13,9 @@ struct burn_write_opts;
 
 namespace sound {
 
+class GrabbedDrive;
+class LibburnTurn;
+
 /// Who a drive is and what it can, as it tells without a look at its disc.
 struct DriveIdentity
 {
@@ -24,7 +27,8 @@ struct DriveIdentity
     bool protectsFromUnderrun = false;
 };
 
-/// A drive that libburn has found. It is held only while one of refresh(), write() and eject() runs, so that other
+/// A drive that libburn has found. It is held only while one of refresh(), objectionTo(), write() and eject()
+/// runs, so that other
 /// programs may use it in between, and its tray is never closed by itself. A drive that another program uses looks
 /// empty.
 ///
@@ -44,10 +48,13 @@ public:
     void refresh() override;
     LoadedDisc disc() const override { return lastDisc; }
     std::vector<WriteSpeed> speeds() const override { return lastSpeeds; }
+    std::optional<DiscWriteError> objectionTo(const DiscPlan& plan) override;
     WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch) override;
     void eject() override;
 
 private:
+    DiscWriteError failureOf(LibburnTurn& turn, const GrabbedDrive& grabbed) const;
+
     const DriveIdentity identity;
     LoadedDisc lastDisc;
     std::vector<WriteSpeed> lastSpeeds;

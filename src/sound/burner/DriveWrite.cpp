@@ -167,20 +167,28 @@ bool DriveWrite::runUntilDone(burn::burn_write_opts* options, const AudioSession
     return stopped;
 }
 
+std::optional<DiscWriteError> DriveWrite::objectionTo(const DiscPlan& plan) const
+{
+    if (const QString why = whyNotOn(discReport(drive), plan); !why.isEmpty())
+        return otherFailure(why);
+    if (plan.test && !identity.writesTests)  // it would write, and spoil the disc
+        return otherFailure(QStringLiteral("The drive cannot write a test."));
+    if (!optionsFor(plan))
+        return otherFailure(QStringLiteral("The drive cannot write in this way."));
+    return std::nullopt;
+}
+
 WriteOutcome DriveWrite::write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch)
 {
-    const DiscReport disc = discReport(drive);
-    if (const QString why = whyNotOn(disc, plan); !why.isEmpty())
-        return failed(otherFailure(why));
-    if (plan.test && !identity.writesTests)  // it would write, and spoil the disc
-        return failed(otherFailure(QStringLiteral("The drive cannot write a test.")));
+    if (const auto objection = objectionTo(plan))
+        return failed(*objection);
     const Options options = optionsFor(plan);
     if (!options)
         return failed(otherFailure(QStringLiteral("The drive cannot write in this way.")));
 
     const auto bytes = std::make_shared<FeedBytes>(feed);
     AudioSession session(plan, bytes);
-    if (plan.discAtOnce && takesText(disc))
+    if (plan.discAtOnce && takesText(discReport(drive)))
         session.addText(cdText(plan));
     if (const QString why = whyNot(options.get(), session); !why.isEmpty())
         return failed(otherFailure(why));

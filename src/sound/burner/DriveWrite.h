@@ -17,6 +17,9 @@ public:
     /// All must outlive it; the drive is a grabbed one.
     DriveWrite(const DriveIdentity& identity, LibburnTurn& turn, burn::burn_drive* drive);
 
+    /// As DiscDrive::objectionTo.
+    std::optional<DiscWriteError> objectionTo(const DiscPlan& plan) const;
+
     /// May be called once.
     WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch);
 

@@ -68,6 +68,13 @@ private:
     const int usually;
 };
 
+bool grabAsItIs(burn::burn_drive* drive)
+{
+    constexpr int doNotClose = 0;
+    const WithoutLookingAgain quickly(drive);
+    return burn::burn_drive_grab(drive, doNotClose) != 0;
+}
+
 }  // namespace
 
 GrabbedDrive::GrabbedDrive(const LibburnTurn& turn, const std::string& address)
@@ -76,13 +83,11 @@ GrabbedDrive::GrabbedDrive(const LibburnTurn& turn, const std::string& address)
     if (error != 0)
         return;
     constexpr int exclusively = 1;
-    constexpr int asItIs = 0;
     burn::burn_preset_device_open(exclusively, 0, 0);
     drives = onlyDriveAt(address);
     if (drives == nullptr)
         return;
-    const WithoutLookingAgain quickly(drive());
-    if (burn::burn_drive_grab(drive(), asItIs) == 0)
+    if (!grabAsItIs(drive()))
         forget();
 }
 

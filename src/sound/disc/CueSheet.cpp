@@ -21,6 +21,7 @@ QByteArray quoted(const QString& text)
 {
     constexpr qsizetype longest = 80;
     QString plain = text;
+    plain.removeIf([](QChar character) { return character.category() == QChar::Other_Format; });
     for (QChar& character : plain) {
         if (character == u'"')
             character = u'\'';

@@ -98,6 +98,10 @@ public:
     virtual LoadedDisc disc() const = 0;
     virtual std::vector<WriteSpeed> speeds() const = 0;
 
+    /// Why this disc cannot be written as things are: what is loaded is not blank or too small, the drive cannot
+    /// write so. Asked before anything is decoded; nothing where it can. May take seconds.
+    virtual std::optional<DiscWriteError> objectionTo(const DiscPlan& plan) = 0;
+
     /// Writes the whole disc and returns when it is done, given up or failed. Whatever the end, the drive is ready
     /// for the next one, and what a failed or given up write has left on the hard disc is gone.
     virtual WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch) = 0;

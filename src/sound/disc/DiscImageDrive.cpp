@@ -39,13 +39,14 @@ WriteOutcome outputFailure(const QString& file)
     return failure(outputFileError(file, errno));
 }
 
-WriteOutcome tooLong(const DiscImageDrive& drive)
+DiscWriteError tooLong(const DiscImageDrive& drive)
 {
     DiscWriteError error;
     error.kind = DiscWriteError::device;
-    error.deviceError = {EFBIG, QStringLiteral("The tracks are longer than a disc"), {}, drive.name()};
+    error.deviceError = {EFBIG, QStringLiteral("The tracks, and the pauses between them, are longer than a disc"),
+                         QStringLiteral("Larkspin"), drive.name()};
     error.description = error.deviceError.description;
-    return failure(error);
+    return error;
 }
 
 /// The sectors of an image in their order; or nowhere, for a test.
@@ -118,13 +119,18 @@ DiscImageDrive::DiscImageDrive(QString intoFolder, std::function<QDateTime()> cl
 
 QString DiscImageDrive::name() const
 {
-    return QStringLiteral("Disc image writer (cue and bin files)");
+    return QStringLiteral("Disc image writer (to %1)").arg(QDir(folder).dirName());
+}
+
+std::optional<DiscWriteError> DiscImageDrive::objectionTo(const DiscPlan& plan)
+{
+    return imageSectors(plan) > Sectors::wholeDisc ? std::optional(tooLong(*this)) : std::nullopt;
 }
 
 WriteOutcome DiscImageDrive::write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch)
 {
-    if (imageSectors(plan) > Sectors::wholeDisc)
-        return tooLong(*this);
+    if (const auto objection = objectionTo(plan))
+        return failure(*objection);
     if (!plan.test)
         return writeImage(plan, feed, watch);
     ImageSectors nowhere(nullptr);

@@ -29,6 +29,7 @@ public:
     void refresh() override {}
     LoadedDisc disc() const override { return {true, true, 0, Sectors::wholeDisc}; }
     std::vector<WriteSpeed> speeds() const override { return {}; }
+    std::optional<DiscWriteError> objectionTo(const DiscPlan& plan) override;
     WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch) override;
     void eject() override {}
 

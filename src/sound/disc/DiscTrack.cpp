@@ -51,9 +51,14 @@ std::optional<DiscTrack> readDiscTrack(const QString& file)
     return DiscTrack{file, *format, opened.stream->rate(), opened.stream->length(), *stamp};
 }
 
+bool isUntouched(const DiscTrack& track)
+{
+    return stampOf(track.file) == track.stamp;
+}
+
 std::optional<DiscWriteError> changeOf(const DiscTrack& track)
 {
-    if (stampOf(track.file) == track.stamp)
+    if (isUntouched(track))
         return std::nullopt;
     const OpenedFrames opened = openFrames(track.file);
     if (!opened.stream)

@@ -44,6 +44,9 @@ struct DiscTrack
 /// frames a second than a disc. May block for as long as it takes to read the file once.
 std::optional<DiscTrack> readDiscTrack(const QString& file);
 
+/// Whether the file is the one that was added, as far as that shows without reading it.
+bool isUntouched(const DiscTrack& track);
+
 /// Why the file is not the one that was added: it cannot be read any more, or its sound has another length or rate.
 /// Other changes, of its tags say, are none. Quick, unless the file has been touched.
 std::optional<DiscWriteError> changeOf(const DiscTrack& track);

@@ -99,7 +99,7 @@ std::optional<DiscWriteError> DiscWrite::prepare()
     plan.test = order.test;
     plan.underrunProtection = order.underrunProtection;
     plan.speed = order.speed;
-    return std::nullopt;
+    return givenUp() ? std::nullopt : drive.objectionTo(plan);
 }
 
 WriteEnd DiscWrite::writeFromCache()

@@ -30,7 +30,10 @@ void SoundAudioProject::AddTrack(const QString& file, int position, bool& ok)
     ok = false;
     if (writer.isWriting())
         return;
-    const auto track = readDiscTrack(file.startsWith(u'/') ? file : QDir::currentPath() + u'/' + file);
+    const QString path = file.startsWith(u'/') ? file : QDir::currentPath() + u'/' + file;
+    auto track = countedBefore(path);
+    if (!track)
+        track = readDiscTrack(path);
     if (!track)
         return;
     const std::ptrdiff_t before = std::clamp(position - 1, 0, GetTrackCount());
@@ -40,8 +43,18 @@ void SoundAudioProject::AddTrack(const QString& file, int position, bool& ok)
 
 void SoundAudioProject::RemoveTrack(int position)
 {
-    if (trackAt(position) != nullptr)
-        order.tracks.erase(order.tracks.begin() + (position - 1));
+    const DiscTrack* track = trackAt(position);
+    if (track == nullptr)
+        return;
+    lastRemoved = *track;
+    order.tracks.erase(order.tracks.begin() + (position - 1));
+}
+
+/// A track is moved by being removed and added again, and need not be counted for that.
+std::optional<DiscTrack> SoundAudioProject::countedBefore(const QString& file) const
+{
+    const bool isThatOne = lastRemoved && lastRemoved->file == file && isUntouched(*lastRemoved);
+    return isThatOne ? lastRemoved : std::nullopt;
 }
 
 QString SoundAudioProject::GetTrackFile(int position)
@@ -64,8 +77,7 @@ qint64 SoundAudioProject::GetTrackLength(int position)
 
 qint64 SoundAudioProject::GetRequiredSpace()
 {
-    const bool hasPauses = !order.discAtOnce && !order.tracks.empty();
-    qint64 sectors = hasPauses ? (GetTrackCount() - 1) * qint64{Sectors::pause} : 0;
+    qint64 sectors = 0;
     for (const DiscTrack& track : order.tracks)
         sectors += track.sectors();
     return sectors;

@@ -46,9 +46,11 @@ public:
 
 private:
     const DiscTrack* trackAt(int position) const;
+    std::optional<DiscTrack> countedBefore(const QString& file) const;
 
     DiscWriter& writer;
     WriteOrder order;
+    std::optional<DiscTrack> lastRemoved;
 };
 
 }  // namespace sound

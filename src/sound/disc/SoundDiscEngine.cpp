@@ -78,6 +78,7 @@ bool SoundDiscEngine::begin(DiscDevice* device, const WriteOrder& order)
             continue;
         write = std::make_shared<DiscWrite>(order, known->writer());
         totalTold = 0;
+        givingUp = false;
         watch.start();
         return true;
     }
@@ -86,8 +87,10 @@ bool SoundDiscEngine::begin(DiscDevice* device, const WriteOrder& order)
 
 void SoundDiscEngine::giveUp()
 {
-    if (write)
-        write->giveUp();
+    if (!write)
+        return;
+    givingUp = true;
+    write->giveUp();
 }
 
 void SoundDiscEngine::tellReports()
@@ -107,6 +110,8 @@ void SoundDiscEngine::tell(const WriteReport& report)
 {
     switch (report.kind) {
     case WriteReport::Progress:
+        if (givingUp)
+            break;  // nobody waits for anything but the end
         totalTold = report.progress.totalPercent;
         emit WriteProgress(totalTold, report.progress.track, report.progress.trackPercent, report.progress.stage);
         break;

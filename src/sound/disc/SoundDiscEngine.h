@@ -47,6 +47,7 @@ private:
     const std::unique_ptr<SoundDiscDevice> imageWriter;
     SoundAudioProject project;
     int totalTold = 0;
+    bool givingUp = false;
     QTimer watch;
     std::shared_ptr<DiscWrite> write;  // uses the drives
 };

@@ -91,7 +91,7 @@ TEST_F(DiscImageDriveTest, AlwaysHasABlankDiscInIt)
     EXPECT_FALSE(drive.hasUnderrunProtection());
     EXPECT_EQ(drive.disc(), (LoadedDisc{true, true, 0, 359'849}));  // 79:57:74
     EXPECT_TRUE(drive.speeds().empty());
-    EXPECT_EQ(drive.name(), "Disc image writer (cue and bin files)");
+    EXPECT_EQ(drive.name(), "Disc image writer (to Recordings)");
 }
 
 TEST_F(DiscImageDriveTest, NamesImagesByTheTimeAtWhichTheyBegin)

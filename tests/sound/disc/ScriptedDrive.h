@@ -52,6 +52,7 @@ struct Script
         };
 
     DiscPlan plan;
+    std::optional<DiscWriteError> objection;
     QByteArray taken;
     int writes = 0;
     int refreshes = 0;
@@ -79,6 +80,7 @@ public:
     }
     LoadedDisc disc() const override { return seen; }
     std::vector<WriteSpeed> speeds() const override { return script.speeds; }
+    std::optional<DiscWriteError> objectionTo(const DiscPlan&) override { return script.objection; }
     WriteOutcome write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch) override
     {
         ++script.writes;

@@ -27,7 +27,7 @@ protected:
     }
 };
 
-constexpr auto imageWriterName = "Disc image writer (cue and bin files)";
+constexpr auto imageWriterName = "Disc image writer (to Recordings)";
 
 TEST_F(SoundDiscEngineTest, TheImageWriterIsTheLastDeviceAfterWhatWasFound)
 {
@@ -168,19 +168,17 @@ TEST_F(SoundDiscEngineTest, WhatIsRefusedLeavesTheTracksAsTheyWere)
     EXPECT_EQ(tracks(), QStringList{"a.wav"});
 }
 
-TEST_F(SoundDiscEngineTest, OnlyPausesBetweenTracksNeedSpace)
+TEST_F(SoundDiscEngineTest, TracksNeedTheirOwnSpaceHoweverTheyAreWritten)
 {
     EXPECT_EQ(project().GetRequiredSpace(), 0);
     ASSERT_TRUE(add(silence("a.wav", 300)));
     EXPECT_EQ(project().GetRequiredSpace(), 300);
     ASSERT_TRUE(add(silence("b.wav", 7)));
     ASSERT_TRUE(add(silence("c.wav", 400)));
-    project().SetWriteMode(AudioProject::trackAtOnce);
-    EXPECT_EQ(project().GetRequiredSpace(), 300 + 150 + 300 + 150 + 400);
-    project().SetWriteMode(AudioProject::discAtOnce);
-    EXPECT_EQ(project().GetRequiredSpace(), 1000);
-    project().SetWriteMode(77);
-    EXPECT_EQ(project().GetRequiredSpace(), 1300);
+    for (const int mode : {AudioProject::trackAtOnce, AudioProject::discAtOnce, 77}) {
+        project().SetWriteMode(mode);
+        EXPECT_EQ(project().GetRequiredSpace(), 300 + 300 + 400);
+    }
 }
 
 TEST_F(SoundDiscEngineTest, ADiscHasNinetyNineTracksAndNotAHundred)

@@ -199,7 +199,7 @@ protected:
             }
         }
         EXPECT_EQ(disc.discEnd(), sector);
-        EXPECT_EQ(sector, project().GetRequiredSpace());
+        EXPECT_EQ(sector, project().GetRequiredSpace() + 11 * pause);
         return ripped;
     }
 
