@@ -101,7 +101,7 @@ int main(int argc, char** argv)
             drives.push_back(std::make_unique<TakingDrive>(speed));
             return std::optional<DiscDrives>(std::move(drives));
         },
-        QString());
+        QString(), [](bool) {});
     engine.InitDevices(false);
     AudioProject& project = *engine.GetAudioProject();
     project.SetWriteMode(AudioProject::discAtOnce);

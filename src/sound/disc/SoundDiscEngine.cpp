@@ -18,8 +18,10 @@ constexpr auto watchInterval = 50ms;
 
 }  // namespace
 
-SoundDiscEngine::SoundDiscEngine(FindDrives find, const QString& imageFolder, std::int64_t reserve)
+SoundDiscEngine::SoundDiscEngine(FindDrives find, const QString& imageFolder,
+                                 std::function<void(bool)> keepComputerAwake, std::int64_t reserve)
     : findDrives(std::move(find))
+    , keepAwake(std::move(keepComputerAwake))
     , imageWriter(makeDevice(std::make_unique<DiscImageDrive>(imageFolder)))
     , project(*this, reserve)
 {
@@ -31,8 +33,10 @@ SoundDiscEngine::SoundDiscEngine(FindDrives find, const QString& imageFolder, st
 /// Whoever is just being told something holds the write still, but there will be no drive for it.
 SoundDiscEngine::~SoundDiscEngine()
 {
-    if (write)
-        write->finish();
+    if (!write)
+        return;
+    write->finish();
+    keepAwake(false);
 }
 
 std::unique_ptr<SoundDiscDevice> SoundDiscEngine::makeDevice(std::unique_ptr<DiscDrive> drive)
@@ -79,6 +83,7 @@ bool SoundDiscEngine::begin(DiscDevice* device, const WriteOrder& order)
         write = std::make_shared<DiscWrite>(order, known->writer());
         totalTold = 0;
         givingUp = false;
+        keepAwake(true);
         watch.start();
         return true;
     }
@@ -138,6 +143,7 @@ void SoundDiscEngine::tellEnd(const WriteEnd& end)
     watch.stop();
     write->finish();
     write.reset();
+    keepAwake(false);
     const QPointer<SoundDiscEngine> engine(this);
     const int total = end.stage == DiscStage::Completed ? 100 : totalTold;
     emit WriteProgress(total, 0, 0, end.stage);

@@ -8,6 +8,7 @@
 
 #include <QTimer>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -21,8 +22,11 @@ namespace sound {
 class SoundDiscEngine : public DiscEngine, private DiscWriter
 {
 public:
-    /// Images go into @p imageFolder, which is made when it is missing. @p reserve is that of a WriteOrder.
-    SoundDiscEngine(FindDrives findDrives, const QString& imageFolder, std::int64_t reserve = WriteOrder().reserve);
+    /// Images go into @p imageFolder, which is made when it is missing. @p keepAwake is told when a write begins
+    /// and when it is over: a computer that falls asleep meanwhile spoils a disc. @p reserve is that of a
+    /// WriteOrder.
+    SoundDiscEngine(FindDrives findDrives, const QString& imageFolder, std::function<void(bool)> keepAwake,
+                    std::int64_t reserve = WriteOrder().reserve);
     ~SoundDiscEngine() override;
 
     bool InitDevices(bool) override;
@@ -43,6 +47,7 @@ private:
     void tellEnd(const WriteEnd& end);
 
     const FindDrives findDrives;
+    const std::function<void(bool)> keepAwake;
     std::vector<std::unique_ptr<SoundDiscDevice>> found;
     const std::unique_ptr<SoundDiscDevice> imageWriter;
     SoundAudioProject project;

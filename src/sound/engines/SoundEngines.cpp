@@ -6,9 +6,9 @@
 #include "sound/device/SystemOutput.h"
 #include "sound/disc/SoundDiscEngine.h"
 #include "sound/editor/SoundEditorEngine.h"
+#include "sound/engines/KeepAwake.h"
 #include "sound/mp3/SoundMp3EncoderEngine.h"
 #include "sound/player/SoundPlayerEngine.h"
-#include "sound/recorder/KeepAwake.h"
 #include "sound/recorder/SoundRecorderEngine.h"
 #include "sound/vocals/SoundVocalRemoverEngine.h"
 
@@ -40,7 +40,7 @@ public:
     {
         return std::make_unique<SoundRecorderEngine>(RecorderParts{std::make_unique<PulseSources>(),
                                                                    makeBarMeters(), makeOutput,
-                                                                   [this](bool awake) { keepAwake(awake); }});
+                                                                   keepsAwake(awakeToRecord, "Recording sound")});
     }
 
     std::unique_ptr<VocalRemoverEngine> createVocalRemover() override
@@ -60,7 +60,8 @@ public:
 
     std::unique_ptr<DiscEngine> createDisc() override
     {
-        return std::make_unique<SoundDiscEngine>(burnerDrives(), recordingsFolder);
+        return std::make_unique<SoundDiscEngine>(burnerDrives(), recordingsFolder,
+                                                 keepsAwake(awakeToWrite, "Writing a disc"));
     }
 
     std::unique_ptr<OutputMixer> createOutputMixer() override { return std::make_unique<PulseMixer>(); }
@@ -68,17 +69,20 @@ public:
 private:
     static std::unique_ptr<AudioOutput> makeOutput() { return std::make_unique<SystemOutput>(); }
 
-    // Whoever never records needs no bus for it.
-    void keepAwake(bool awake)
+    // Whoever never records or writes needs no bus for it.
+    static std::function<void(bool)> keepsAwake(std::optional<KeepAwake>& keeper, const char* reason)
     {
-        if (!awakening)
-            awakening.emplace();
-        awakening->keep(awake);
+        return [&keeper, reason](bool awake) {
+            if (!keeper)
+                keeper.emplace(QString::fromLatin1(reason));
+            keeper->keep(awake);
+        };
     }
 
     const MakeBarMeters makeBarMeters;
     const QString recordingsFolder;
-    std::optional<KeepAwake> awakening;
+    std::optional<KeepAwake> awakeToRecord;
+    std::optional<KeepAwake> awakeToWrite;
 };
 
 }  // namespace

@@ -60,6 +60,26 @@ bool canBeTaken(const QByteArray& name)
     return ::stat(name.constData(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
 }
 
+/// Network file systems and others cannot rename without replacing. There an empty file takes the name first, which
+/// only one can, and is then replaced.
+bool renameToFree(const char* from, const char* to)
+{
+    if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL)
+        return false;
+    const int placeholder = ::open(to, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, asTheUserWishes);
+    if (placeholder < 0)
+        return false;
+    ::close(placeholder);
+    if (std::rename(from, to) == 0)
+        return true;
+    const int reason = errno;
+    ::unlink(to);
+    errno = reason;
+    return false;
+}
+
 }  // namespace
 
 std::unique_ptr<NewFile> NewFile::create(const QString& path)
@@ -117,8 +137,7 @@ bool NewFile::takeFreeName(const QString& fileName)
 {
     const QByteArray wanted = folderOf(name) + '/' + QFile::encodeName(fileName);
     const bool taken = growingName.isEmpty() ? giveName(file, wanted.constData())
-                                             : ::renameat2(AT_FDCWD, growingName.constData(), AT_FDCWD,
-                                                           wanted.constData(), RENAME_NOREPLACE) == 0;
+                                             : renameToFree(growingName.constData(), wanted.constData());
     if (!taken)
         return false;
     name = wanted;

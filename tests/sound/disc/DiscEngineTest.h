@@ -42,7 +42,8 @@ protected:
 
     void makeEngine(FindDrives find)
     {
-        engine = std::make_unique<SoundDiscEngine>(std::move(find), imageFolder(), reserve);
+        engine = std::make_unique<SoundDiscEngine>(
+            std::move(find), imageFolder(), [this](bool keeps) { awake += keeps ? 1 : -1; }, reserve);
         QObject::connect(engine.get(), &DiscEngine::WriteProgress,
                          [this](int total, int track, int trackPercent, DiscStage stage) {
                              told.push_back({total, track, trackPercent, stage});
@@ -138,6 +139,7 @@ protected:
     std::function<void(DiscStage)> onProgress;
     std::function<void()> onWarning;
     bool goOn = true;
+    int awake = 0;  // how often the computer is kept awake
     std::unique_ptr<SoundDiscEngine> engine;
 };
 

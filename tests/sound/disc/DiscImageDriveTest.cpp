@@ -85,6 +85,20 @@ protected:
     DiscImageDrive drive{folder, [] { return QDateTime(QDate(2007, 3, 5), QTime(14, 3, 30)); }};
 };
 
+TEST_F(DiscImageDriveTest, PausesCountWhereTheTracksAreWrittenOneByOne)
+{
+    plan.tracks = {{Sectors::wholeDisc - 300 - Sectors::pause, {}}, {300, {}}};
+    EXPECT_FALSE(drive.objectionTo(plan));
+    ++plan.tracks[0].sectors;
+    ASSERT_TRUE(drive.objectionTo(plan));
+    EXPECT_EQ(drive.objectionTo(plan)->kind, DiscWriteError::device);
+    plan.tracks[0].sectors += Sectors::pause - 1;
+    plan.discAtOnce = true;
+    EXPECT_FALSE(drive.objectionTo(plan));
+    ++plan.tracks[0].sectors;
+    EXPECT_TRUE(drive.objectionTo(plan));
+}
+
 TEST_F(DiscImageDriveTest, AlwaysHasABlankDiscInIt)
 {
     EXPECT_TRUE(drive.usable());

@@ -187,6 +187,23 @@ TEST_F(DiscWriteTest, AFailingDriveEndsTheWriteAndTheNextOneWorks)
     }
 }
 
+TEST_F(DiscWriteTest, WhatTheDriveHasAgainstADiscIsToldBeforeAnythingIsDecoded)
+{
+    ASSERT_TRUE(add(tone("a.wav", 5)));
+    DiscWriteError objection;
+    objection.kind = 4;
+    objection.description = "no room";
+    script.objection = objection;
+    for (const bool cached : {true, false}) {
+        DiscEngineTest::project().SetCacheFiles(cached);
+        EXPECT_EQ(write(device()), Failed);
+        EXPECT_EQ(stages(), (std::vector{Preparing, Failed}));
+        ASSERT_FALSE(errors.empty());
+        EXPECT_EQ(errors.back(), objection);
+    }
+    EXPECT_EQ(script.writes, 0);
+}
+
 TEST_F(DiscWriteTest, AFileThatHasVanishedOrChangedIsFoundBeforeTheDriveIsTouched)
 {
     ASSERT_TRUE(add(silence("a.wav", 300)));
@@ -278,6 +295,19 @@ TEST_F(DiscWriteTest, ATestWithTheImageWriterLeavesNothing)
         EXPECT_FALSE(QFileInfo::exists(imageFolder()));
     }
     EXPECT_TRUE(project.GetTestMode());
+}
+
+TEST_F(DiscWriteTest, TheComputerIsKeptAwakeUntilTheEndIsTold)
+{
+    ASSERT_TRUE(add(tone("a.wav", 5)));
+    onProgress = [this](DiscStage stage) { EXPECT_EQ(awake, isEnd(stage) ? 0 : 1); };
+    EXPECT_EQ(write(device()), Completed);
+    script.write = [](const DiscPlan&, SectorFeed&, WriteWatch&) { return WriteOutcome{WriteOutcome::Failed}; };
+    EXPECT_EQ(write(device()), Failed);
+    ASSERT_TRUE(start(device()));
+    EXPECT_EQ(awake, 1);
+    engine.reset();
+    EXPECT_EQ(awake, 0);
 }
 
 TEST_F(DiscWriteTest, WhenTheEndIsToldTheEngineIsReadyForAllThatFollows)

@@ -42,15 +42,18 @@ protected:
 TEST_P(GivenUpWriteTest, EndsWithinASecondAndIsCancelled)
 {
     QElapsedTimer sinceAbort;
+    std::size_t toldThen = 0;
     onProgress = [&](DiscStage stage) {
         if (stage == GetParam() && !sinceAbort.isValid()) {
             sinceAbort.start();
+            toldThen = told.size();
             project().AbortWrite();
             project().AbortWrite();
         }
     };
     EXPECT_EQ(write(device()), Cancelled);
     EXPECT_LT(sinceAbort.elapsed(), longestMilliseconds);
+    EXPECT_EQ(told.size(), toldThen + 1);
     EXPECT_EQ(std::ranges::count_if(told, [](const ToldProgress& progress) { return isEnd(progress.stage); }), 1);
     EXPECT_TRUE(errors.empty());
     EXPECT_EQ(project().GetTrackCount(), 2);

@@ -181,6 +181,24 @@ TEST_F(SoundDiscEngineTest, TracksNeedTheirOwnSpaceHoweverTheyAreWritten)
     }
 }
 
+TEST_F(SoundDiscEngineTest, ATrackThatIsMovedIsWhatItWasAndOneThatWasChangedIsNot)
+{
+    const QString file = silence("a.wav", 300);
+    ASSERT_TRUE(add(file));
+    project().RemoveTrack(1);
+    ASSERT_TRUE(add(file));
+    EXPECT_EQ(project().GetTrackLength(1), 300);
+
+    project().RemoveTrack(1);
+    silence("a.wav", 400);
+    ASSERT_TRUE(add(file));
+    EXPECT_EQ(project().GetTrackLength(1), 400);
+
+    project().RemoveTrack(1);
+    ASSERT_TRUE(QFile::remove(file));
+    EXPECT_FALSE(add(file));
+}
+
 TEST_F(SoundDiscEngineTest, ADiscHasNinetyNineTracksAndNotAHundred)
 {
     const QString file = silence("a.wav", 1);

@@ -54,6 +54,20 @@ bool forgetNamelessFiles()
            ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program, 0, 0) == 0;
 }
 
+/// From now on they know no renaming that does not replace either, as those on a network.
+bool forgetRenamingToFreeNames()
+{
+    std::array<sock_filter, 4> rules = {{
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_renameat2, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EINVAL),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    }};
+    const sock_fprog program = {rules.size(), rules.data()};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program, 0, 0) == 0;
+}
+
 TEST(WholeFile, TakesItsNameOnlyWhenItIsWhole)
 {
     const SoundFiles files;
@@ -80,6 +94,8 @@ TEST(WholeFile, TakesAnotherNameOnlyWhereNothingBearsIt)
     };
     EXPECT_TRUE(takes());
     EXPECT_TRUE(sound::test::trueInCopy([&] { return forgetNamelessFiles() && takes(); }));
+    EXPECT_TRUE(
+        sound::test::trueInCopy([&] { return forgetNamelessFiles() && forgetRenamingToFreeNames() && takes(); }));
 }
 
 TEST(WholeFile, OnTheDiscItIsStillWithoutItsNameAndMayGrow)

@@ -16,7 +16,8 @@ namespace sound {
 class KeepAwake
 {
 public:
-    explicit KeepAwake(const QDBusConnection& bus = QDBusConnection::sessionBus());
+    /// @p reason is what the desktop may show the user.
+    explicit KeepAwake(QString reason, const QDBusConnection& bus = QDBusConnection::sessionBus());
 
     /// Lets it sleep again.
     ~KeepAwake();
@@ -31,6 +32,7 @@ private:
     void ask(const Keeper& keeper);
     void release();
 
+    const QString reason;
     QDBusConnection bus;
     bool wanted = false;
     const Keeper* asked = nullptr;  // who keeps, or has been asked to

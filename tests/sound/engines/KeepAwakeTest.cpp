@@ -1,4 +1,4 @@
-#include "sound/recorder/KeepAwake.h"
+#include "sound/engines/KeepAwake.h"
 
 #include "sound/ChildProcess.h"
 #include "sound/Eventually.h"
@@ -103,7 +103,7 @@ protected:
     {
         ASSERT_TRUE(bus.start());
         ASSERT_TRUE(connection("program").isConnected());
-        keepAwake = std::make_unique<KeepAwake>(connection("program"));
+        keepAwake = std::make_unique<KeepAwake>("Recording sound", connection("program"));
     }
 
     ~KeepAwakeTest() override
@@ -215,7 +215,7 @@ TEST_F(KeepAwakeTest, WhoRefusesIsAskedAgainWithTheNextRecording)
 
 TEST(KeepAwakeWithoutABusTest, NothingHappens)
 {
-    KeepAwake keepAwake(QDBusConnection("a bus that was never connected to"));
+    KeepAwake keepAwake("Recording sound", QDBusConnection("a bus that was never connected to"));
     keepAwake.keep(true);
     QCoreApplication::processEvents();
     keepAwake.keep(false);

@@ -1,9 +1,10 @@
-#include "sound/recorder/KeepAwake.h"
+#include "sound/engines/KeepAwake.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <utility>
 
 namespace sound {
 
@@ -23,12 +24,11 @@ struct KeepAwake::Keeper
         return message;
     }
 
-    QDBusMessage question() const
+    QDBusMessage question(const QString& reason) const
     {
         constexpr uint noWindow = 0;
         constexpr uint againstSuspending = 4;
         const QString program = QStringLiteral("larkspin");
-        const QString reason = QStringLiteral("Recording sound");
         QDBusMessage message = call("Inhibit");
         if (isSessionManager)
             message << program << noWindow << reason << againstSuspending;
@@ -53,8 +53,9 @@ const KeepAwake::Keeper KeepAwake::Keeper::all[] = {
     {"org.gnome.SessionManager", "/org/gnome/SessionManager", "org.gnome.SessionManager", "Uninhibit", true},
 };
 
-KeepAwake::KeepAwake(const QDBusConnection& sessionBus)
-    : bus(sessionBus)
+KeepAwake::KeepAwake(QString reasonToTell, const QDBusConnection& sessionBus)
+    : reason(std::move(reasonToTell))
+    , bus(sessionBus)
 {
 }
 
@@ -90,7 +91,7 @@ void KeepAwake::keep(bool awake)
 void KeepAwake::ask(const Keeper& keeper)
 {
     asked = &keeper;
-    asking = std::make_unique<QDBusPendingCallWatcher>(bus.asyncCall(keeper.question()));
+    asking = std::make_unique<QDBusPendingCallWatcher>(bus.asyncCall(keeper.question(reason)));
     QObject::connect(asking.get(), &QDBusPendingCallWatcher::finished, [this](QDBusPendingCallWatcher* call) {
         const QDBusPendingReply<uint> reply = *call;
         asking.release()->deleteLater();
