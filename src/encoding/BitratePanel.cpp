@@ -10,7 +10,7 @@ constexpr int normalPriority = 3;
 
 }  // namespace
 
-// The lists are connected once they show what is usual: that is the encoder's own.
+// The lists are connected once they show their defaults, which are not written: nobody has chosen them.
 BitratePanel::BitratePanel(Mp3EncoderEngine& LameEncoderX1, QWidget* parent)
     : QWidget(parent)
     , LameEncoderX1(LameEncoderX1)
