@@ -1,10 +1,10 @@
 #include "encoding/TrackListView.h"
 
 #include "support/ToolTipText.h"
+#include "support/controls/AiryRows.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QStyledItemDelegate>
 #include <algorithm>
 #include <iterator>
 
@@ -56,29 +56,16 @@ int marginOf(const QWidget* list)
     return list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1;
 }
 
-/// Rows with a little air, to be hit with ease.
-class TrackRows : public QStyledItemDelegate
+/// Shortens paths from their beginning.
+class TrackRows : public AiryRows
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    // A file's name may have line ends in it: the row would show no more than the first line.
-    QString displayText(const QVariant& value, const QLocale&) const override
-    {
-        QString text = value.toString();
-        return text.replace(u'\n', u' ').replace(u'\r', u' ');
-    }
-
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        constexpr int air = 8;
-        return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + air};
-    }
+    using AiryRows::AiryRows;
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
-        QStyledItemDelegate::initStyleOption(option, index);
+        AiryRows::initStyleOption(option, index);
         if (index.column() == fileColumn && option->widget != nullptr)
             option->text =
                 shortened(option->text, option->fontMetrics, option->rect.width() - 2 * marginOf(option->widget));

@@ -44,13 +44,7 @@ private:
 class DiscWriterCommand : public MainWindow
 {
 protected:
-    void SetUp() override
-    {
-        writeLists("", "");
-        make();
-        load();
-        window->show();
-    }
+    void SetUp() override { start(); }
 
     void expectEngine()
     {
@@ -59,15 +53,7 @@ protected:
         EXPECT_CALL(engines, createDisc).WillOnce(Return(ByMove(std::move(owned)))).RetiresOnSaturation();
     }
 
-    static QWidgetList openWriters()
-    {
-        QWidgetList open;
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            if (top->objectName() == "frmAudioCDBurn" && top->isVisible())
-                open << top;
-        }
-        return open;
-    }
+    static QWidgetList openWriters() { return openWindows("frmAudioCDBurn"); }
 
     static QWidget* openWriter() { return openWriters().value(0); }
 

@@ -12,6 +12,7 @@
 #include "support/controls/ListBox.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -136,4 +137,24 @@ protected:
     ListBox& list() const { return control<ListBox>(*window, "lstAudio"); }
     ListBox& paths() const { return control<ListBox>(*window, "lstPath"); }
     void trigger(const char* action) const { window->findChild<QAction*>(action)->trigger(); }
+
+    /// As the user finds it, with nothing in the playlist.
+    void start()
+    {
+        writeLists("", "");
+        make();
+        load();
+        window->show();
+    }
+
+    /// Those of this name that can be seen.
+    static QWidgetList openWindows(const char* name)
+    {
+        QWidgetList open;
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (top->objectName() == name && top->isVisible())
+                open << top;
+        }
+        return open;
+    }
 };

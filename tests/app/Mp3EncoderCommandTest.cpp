@@ -31,13 +31,7 @@ private:
 class Mp3EncoderCommand : public MainWindow
 {
 protected:
-    void SetUp() override
-    {
-        writeLists("", "");
-        make();
-        load();
-        window->show();
-    }
+    void SetUp() override { start(); }
 
     void expectEncoder()
     {

@@ -33,13 +33,7 @@ public:
 class RecorderCommand : public MainWindow
 {
 protected:
-    void SetUp() override
-    {
-        writeLists("", "");
-        make();
-        load();
-        window->show();
-    }
+    void SetUp() override { start(); }
 
     QuietRecorder& expectRecorder()
     {
@@ -50,14 +44,7 @@ protected:
         return recorder;
     }
 
-    static QWidget* openOne(const char* name)
-    {
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            if (top->objectName() == name && top->isVisible())
-                return top;
-        }
-        return nullptr;
-    }
+    static QWidget* openOne(const char* name) { return openWindows(name).value(0); }
 
     static void close(const char* name)
     {

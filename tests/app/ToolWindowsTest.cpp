@@ -12,13 +12,7 @@ namespace {
 class ToolWindows : public MainWindow
 {
 protected:
-    void SetUp() override
-    {
-        writeLists("", "");
-        make();
-        load();
-        window->show();
-    }
+    void SetUp() override { start(); }
 
     /// Runs what opens a window that blocks, and meanwhile @p look, once that window is there; then closes it.
     template <typename Open, typename Look>
@@ -48,14 +42,7 @@ protected:
         return name;
     }
 
-    QWidget* openOne(const char* name) const
-    {
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            if (top->objectName() == name && top->isVisible())
-                return top;
-        }
-        return nullptr;
-    }
+    static QWidget* openOne(const char* name) { return openWindows(name).value(0); }
 };
 
 TEST_F(ToolWindows, OpenTheTransposeCalculatorBlockingFromFourPlaces)

@@ -21,13 +21,7 @@ namespace {
 class VocalRemoverCommand : public MainWindow
 {
 protected:
-    void SetUp() override
-    {
-        writeLists("", "");
-        make();
-        load();
-        window->show();
-    }
+    void SetUp() override { start(); }
 
     /// Engines that let anything be done with them.
     void expectEngines()
@@ -55,15 +49,7 @@ protected:
             .RetiresOnSaturation();
     }
 
-    static QWidgetList openOnes()
-    {
-        QWidgetList open;
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            if (top->objectName() == "frmVocalRemover" && top->isVisible())
-                open << top;
-        }
-        return open;
-    }
+    static QWidgetList openOnes() { return openWindows("frmVocalRemover"); }
 
     static QWidget* openOne() { return openOnes().value(0); }
 

@@ -1,5 +1,5 @@
+#include "WindowLooks.h"
 #include "encoding/EncoderWindowTest.h"
-
 #include "support/IconTheme.h"
 
 #include <QApplication>
@@ -168,15 +168,7 @@ TEST_F(LooksOfTheEncoder, AreNotClosedByEscapeNorByReturn)
 
 TEST_F(LooksOfTheEncoder, NameAllControlsForScreenReaders)
 {
-    int controls = 0;
-    for (const QWidget* widget : window->findChildren<QWidget*>()) {
-        if (!(widget->focusPolicy() & Qt::TabFocus) || widget->objectName().startsWith("qt_") ||
-            widget->parentWidget()->inherits("QComboBoxPrivateContainer"))
-            continue;
-        ++controls;
-        EXPECT_NE(widget->accessibleName(), "") << qPrintable(widget->objectName());
-    }
-    EXPECT_EQ(controls, 31);
+    EXPECT_EQ(controlsNamedForScreenReaders(*window), 31);
     EXPECT_NE(control<QWidget>(*window, "progress").accessibleName(), "");
     click("cmdOptions");
     EXPECT_EQ(control<QWidget>(*window, "cmdOptions").accessibleName(), "Hide options");

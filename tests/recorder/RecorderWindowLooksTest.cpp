@@ -1,3 +1,4 @@
+#include "WindowLooks.h"
 #include "recorder/RecorderWindowTest.h"
 #include "recorder/WindowBarMeters.h"
 #include "support/IconTheme.h"
@@ -55,15 +56,7 @@ TEST_F(RecorderWindow, NamesAllItsControlsForScreenReaders)
 {
     window->show();
     click(*window, "cmdExpand");
-    int controls = 0;
-    for (const QWidget* widget : window->findChildren<QWidget*>()) {
-        if (!(widget->focusPolicy() & Qt::TabFocus) || widget->objectName().startsWith("qt_") ||
-            widget->parentWidget()->inherits("QComboBoxPrivateContainer"))
-            continue;
-        ++controls;
-        EXPECT_NE(widget->accessibleName(), "") << qPrintable(widget->objectName());
-    }
-    EXPECT_GE(controls, 20);
+    EXPECT_GE(controlsNamedForScreenReaders(*window), 20);
 }
 
 TEST_F(RecorderWindow, StandsUnderTheMainWindowAndKeepsItsLeftEdge)

@@ -1,12 +1,12 @@
 #include "support/controls/ListBox.h"
 
 #include "support/ToolTipText.h"
+#include "support/controls/AiryRows.h"
 
 #include <QAbstractListModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
-#include <QStyledItemDelegate>
 #include <algorithm>
 
 class ListBox::Texts : public QAbstractListModel
@@ -60,30 +60,6 @@ public:
 private:
     const ListBox* list;
 };
-
-namespace {
-
-/// Rows of one line with a little air, to be hit with ease.
-class AiryRows : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    // A file's name may have line ends in it: the view would show no more than the first line.
-    QString displayText(const QVariant& value, const QLocale&) const override
-    {
-        QString text = value.toString();
-        return text.replace(u'\n', u' ').replace(u'\r', u' ');
-    }
-
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        constexpr int air = 8;
-        return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + air};
-    }
-};
-
-}  // namespace
 
 ListBox::ListBox(QWidget* parent)
     : QListView(parent)
