@@ -36,6 +36,10 @@ class DiscTest(DesktopTest):
                        stdin=subprocess.DEVNULL, check=True)
         return path
 
+    def make_slow(self, name):
+        """A quarter of an hour that takes some seconds to be brought to the rate of a disc."""
+        return self.make(name, 900, "-ar", "192000", "-ac", "1", "-c:a", "pcm_u8")
+
     def samples(self, path):
         """As they are on a disc."""
         return subprocess.run(["ffmpeg", "-v", "error", "-i", path, "-f", "s16le", "-"], stdin=subprocess.DEVNULL,
@@ -117,7 +121,7 @@ class DiscTest(DesktopTest):
 
     def test_a_test_writes_nothing_and_a_cancelled_write_leaves_nothing(self):
         self.make("song.wav", 6)
-        self.make("hour.wav", 3600)
+        self.make_slow("slow.wav")
         self.open_writer()
         self.add("song.wav")
         self.player.click("Test mode", "check box")
@@ -126,7 +130,7 @@ class DiscTest(DesktopTest):
         wait_until(lambda: not self.player.shows("song.wav"), "the list to be empty")
 
         self.player.click("Test mode", "check box")
-        self.add("hour.wav")
+        self.add("slow.wav")
         self.player.click("Write audio disc", "push button")
         wait_until(lambda: self.says("Caching Image... Track# 01") or self.says("Writing Image... Track# 01"), "the write")
         self.player.press("alt+F4")  # is refused
@@ -136,9 +140,9 @@ class DiscTest(DesktopTest):
         self.assertTrue(self.says("1 Audio Tracks"))
 
     def test_a_write_goes_on_when_the_main_window_is_closed(self):
-        self.make("long.wav", 2400)
+        self.make_slow("slow.wav")
         self.open_writer()
-        self.add("long.wav")
+        self.add("slow.wav")
         self.player.click("Write audio disc", "push button")
         wait_until(lambda: self.says("Caching Image... Track# 01"), "the write")
         self.player.activate()

@@ -83,7 +83,7 @@ class EncodeTest(DesktopTest):
 
     def test_closed_in_the_middle_it_leaves_the_old_file_and_nothing_else(self):
         long = self.path("long.wav")
-        subprocess.run(["ffmpeg", "-v", "error", "-stream_loop", "60", "-i", self.source, "-c", "copy", long],
+        subprocess.run(["ffmpeg", "-v", "error", "-stream_loop", "25", "-i", self.source, "-c", "copy", long],
                        stdin=subprocess.DEVNULL, check=True)
         old = self.path("long.mp3")
         with open(old, "wb") as file:
