@@ -114,6 +114,17 @@ TEST_F(ForgedHeader, WavSizesThatTheFileDoesNotHaveAreCutToWhatItHas)
     EXPECT_EQ(lengthOf("a.wav", good.left(good.size() - 4001)), frames - 1001);
 }
 
+TEST_F(ForgedHeader, AWavWithoutSamplesIsRefusedAlsoWhereATagStandsBehindThem)
+{
+    const QByteArray good = make("a.wav");
+    const qsizetype data = good.indexOf("data") + 4;
+    const QByteArray tag("LIST\x14\0\0\0INFOIART\x08\0\0\0someone\0", 28);
+    QByteArray empty = with(good.left(data + 4) + tag, data, QByteArray(4, '\0'));
+    empty = with(empty, 4, QByteArray(1, static_cast<char>(empty.size() - 8)) + QByteArray(3, '\0'));
+    ASSERT_LT(empty.size(), 128);
+    EXPECT_EQ(lengthOf("a.wav", empty), 0);
+}
+
 TEST_F(ForgedHeader, AWavWithoutARateOrWithoutOrBeyondAllChannelsIsRefused)
 {
     const QByteArray good = make("a.wav");

@@ -115,6 +115,26 @@ TEST_F(PcmInputTest, ALengthThatWasNeverToldReachesToTheEnd)
         EXPECT_EQ(samplesOf(riff(formChunk() + dataChunk(samples, told), told)), values);
 }
 
+TEST_F(PcmInputTest, AWriterThatNeverCameToItsEndMayHaveToldAnythingOfTheWhole)
+{
+    const QByteArray samples = packed(Keeping::Bits16, steps);
+    for (const std::uint32_t whole : {0U, 3U, 36U, 36U + 20U, 0x7FFFFFFFU, neverTold})
+        EXPECT_EQ(samplesOf(riff(formChunk() + dataChunk(samples, 0), whole)), values) << whole;
+}
+
+TEST_F(PcmInputTest, ChunksBehindASoundWithoutSamplesAreNoSamples)
+{
+    const QByteArray head = formChunk() + dataChunk({});
+    for (const QByteArray& behind :
+         {chunk("LIST", "INFOIARTan artist "), chunk("id3 ", "ID3 and what is in the tag"),
+          chunk("LIST", "INFO") + chunk("ID3 ", "odd"), chunk("LIST", {})}) {
+        EXPECT_FALSE(open(riff(head + behind))) << behind.data();
+        EXPECT_FALSE(open(rf64(formChunk() + dataChunk({}, neverTold) + behind, 0))) << behind.data();
+    }
+    EXPECT_FALSE(open(riff(head + chunk("LIST", "odd").left(11)))) << "without its padding";
+    EXPECT_FALSE(open(riff(head + chunk("LIST", "1234567890")).chopped(5))) << "that lost its end";
+}
+
 TEST_F(PcmInputTest, WhatIsToldTooLongEndsWithTheFile)
 {
     const QByteArray whole = wave(Keeping::Bits16);

@@ -22,10 +22,35 @@ std::optional<ByteRange> within(const FileBytes& bytes, std::int64_t begin, std:
     return ByteRange{begin, end};
 }
 
+constexpr std::uint32_t unknown = 0xFFFFFFFF;
+
+/// Whether from here to the very end of the RIFF there is one chunk behind the other. Samples do not look so.
+bool areChunks(FileBytes& bytes, std::int64_t offset, std::uint64_t riffEnd)
+{
+    const auto isCharacter = [](std::uint8_t byte) { return byte >= ' ' && byte <= '~'; };
+    for (int i = 0; i < mostChunks; ++i) {
+        const auto head = bytes.exactlyAt(offset, 8);
+        if (head.empty() || !std::ranges::all_of(head.first(4), isCharacter))
+            return false;
+        const std::uint32_t size = littleEndian32(head.subspan(4));
+        const std::int64_t end = offset + 8 + size;
+        offset = end + (size & 1);
+        // Some writers leave the padding of the last one out.
+        if (static_cast<std::uint64_t>(end) == riffEnd || static_cast<std::uint64_t>(offset) == riffEnd)
+            return true;
+        if (static_cast<std::uint64_t>(offset) > riffEnd)
+            return false;
+    }
+    return false;
+}
+
 std::optional<WaveChunks> findInRiff(FileBytes& bytes)
 {
-    constexpr std::uint32_t unknown = 0xFFFFFFFF;
-    std::uint64_t longSize = 0;  // of a file beyond 4 GiB, told by a chunk of its own
+    const auto opening = bytes.exactlyAt(0, 8);
+    if (opening.empty())
+        return std::nullopt;
+    std::uint64_t riffSize = littleEndian32(opening.subspan(4));
+    std::optional<std::uint64_t> longSize;  // of a file beyond 4 GiB, told by a chunk of its own
     WaveChunks found;
     std::int64_t offset = 12;
     for (int i = 0; i < mostChunks; ++i) {
@@ -35,9 +60,9 @@ std::optional<WaveChunks> findInRiff(FileBytes& bytes)
         const std::uint32_t size = littleEndian32(head.subspan(4));
         const std::int64_t body = offset + 8;
         if (is(head, "data")) {
-            const bool neverWritten = size == 0 || size == unknown;
-            const std::uint64_t told = size == unknown && longSize != 0 ? longSize : size;
-            const bool toTheEnd = neverWritten && told == size;
+            const bool neverTold = size == unknown && !longSize;
+            const std::uint64_t told = size == unknown ? longSize.value_or(0) : size;
+            const bool toTheEnd = neverTold || (told == 0 && !areChunks(bytes, body, riffSize + 8));
             const auto samples = within(bytes, body, toTheEnd ? std::numeric_limits<std::uint64_t>::max() : told);
             if (!samples)
                 return std::nullopt;
@@ -48,8 +73,10 @@ std::optional<WaveChunks> findInRiff(FileBytes& bytes)
             found.form = within(bytes, body, size).value_or(ByteRange{});
         if (is(head, "ds64")) {
             const auto sizes = bytes.exactlyAt(body, 16);
-            if (!sizes.empty())
+            if (!sizes.empty()) {
+                riffSize = littleEndian64(sizes);
                 longSize = littleEndian64(sizes.subspan(8));
+            }
         }
         offset = body + size + (size & 1);
     }

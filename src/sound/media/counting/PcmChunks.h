@@ -18,7 +18,8 @@ struct ByteRange
 /// has no samples.
 ///
 /// A writer that never came to its end leaves a length of 0 or of all ones behind, and a file can have lost its
-/// end: the samples then go as far as the file does.
+/// end: the samples then go as far as the file does. Where a RIFF WAVE file tells a length of 0 and has only other
+/// chunks behind that, up to the end that it tells of itself, it is a sound without samples: the range is empty.
 std::optional<ByteRange> findPcmSamples(const RegularFile& file);
 
 struct WaveChunks
