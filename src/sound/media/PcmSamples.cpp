@@ -52,6 +52,17 @@ void unpack24(const std::uint8_t* bytes, std::span<float> samples)
     }
 }
 
+template <bool highByteFirst>
+void unpack24In32(const std::uint8_t* bytes, std::span<float> samples)
+{
+    for (float& sample : samples) {
+        std::uint32_t word;
+        std::memcpy(&word, bytes, sizeof(word));
+        sample = toFloat(static_cast<std::int32_t>((highByteFirst ? reversed(word) : word) << 8));
+        bytes += sizeof(word);
+    }
+}
+
 template <typename Sample>
 void unpackBytes(const std::uint8_t* bytes, std::span<float> samples)
 {
@@ -73,6 +84,9 @@ void unpackPcm(const PcmForm& form, std::span<const std::uint8_t> packed, std::s
     case PcmForm::Kind::Integer24:
         return form.highByteFirst ? unpack24<true>(packed.data(), samples)
                                   : unpack24<false>(packed.data(), samples);
+    case PcmForm::Kind::Integer24In32:
+        return form.highByteFirst ? unpack24In32<true>(packed.data(), samples)
+                                  : unpack24In32<false>(packed.data(), samples);
     case PcmForm::Kind::Integer32:
         return unpackWords<std::int32_t, std::uint32_t>(form.highByteFirst, packed.data(), samples);
     case PcmForm::Kind::Float32:

@@ -14,6 +14,7 @@ struct PcmForm
         Signed8,
         Integer16,
         Integer24,
+        Integer24In32,  ///< The lower three of four bytes. What stands in the fourth does not count.
         Integer32,
         Float32,
         Float64,
@@ -33,6 +34,7 @@ constexpr int bytesPerSample(const PcmForm& form)
         return 2;
     case PcmForm::Kind::Integer24:
         return 3;
+    case PcmForm::Kind::Integer24In32:
     case PcmForm::Kind::Integer32:
     case PcmForm::Kind::Float32:
         return 4;

@@ -33,6 +33,8 @@ std::optional<PcmForm> readableForm(const WaveForm& form)
     const int bytes = (form.bits + 7) / 8;
     if (form.tag != WaveForm::pcmTag || bytes < 1 || bytes > static_cast<int>(kinds.size()))
         return std::nullopt;
+    if (bytes == 3 && form.bytesAFrame == 4 * form.channels)
+        return form.bits == 24 ? std::optional(PcmForm{Integer24In32}) : std::nullopt;
     return PcmForm{kinds[static_cast<std::size_t>(bytes - 1)]};
 }
 

@@ -15,9 +15,14 @@ namespace sound {
 
 /// Reads the samples of a WAV or RAW file once, from the beginning to the end.
 ///
-/// WAV is RIFF WAVE and RF64 with integers of 8 to 32 bits or floats of 32 or 64, in one or two channels. What its
-/// head tells beyond that is passed over: the sound begins with its chunk and ends with it, or with the file where
-/// that is earlier or the length was never told. A part of a frame at the end is no frame.
+/// WAV is RIFF WAVE and RF64 with integers of 1 to 32 bits, which take whole bytes, or floats of 32 or 64, in one
+/// or two channels. The sound begins with its chunk and ends with it, or with the file where that is earlier or the
+/// length was never told. A part of a frame at the end is no frame.
+///
+/// The size of a frame follows from bits and channels, and what the head tells of it is passed over as by other
+/// programs, but for one: samples of 24 bits that are told to take four bytes each are the lower three of them,
+/// which is what ALSA calls S24_LE. Of 17 to 23 bits in four bytes nothing says where they stand: such a file is
+/// refused.
 ///
 /// **Threads.** One.
 class PcmInput

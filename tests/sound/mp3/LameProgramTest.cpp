@@ -278,6 +278,23 @@ TEST_F(BesideLame, BytesOfAWaveFileAreSwappedToo)
     }
 }
 
+TEST_F(BesideLame, SamplesOf24BitsInFourBytesKeepTheirLevel)
+{
+    const QByteArray inThree = packed(Keeping::Bits24, shortMusic(44'100, 2));
+    QByteArray inFour;
+    for (qsizetype i = 0; i < inThree.size(); i += 3)
+        inFour += inThree.mid(i, 3) + (inThree[i + 2] < 0 ? '\xFF' : '\0');
+    Form form = formOf(Keeping::Bits24, 44'100, 2);
+    const QString usual = files.write("usual.wav", riff(formChunk(form) + dataChunk(inThree)));
+    form.bytesAFrame = 8;
+    const QString input = files.write("in.wav", riff(formChunk(form) + dataChunk(inFour)));
+    EXPECT_EQ(encoded(input) == encodedByLame(files, usual, {}), true);
+    // The program takes all four bytes for one number.
+    const QString large =
+        files.write("large.wav", riff(formChunk(formOf(Keeping::Bits32, 44'100, 2)) + dataChunk(inFour)));
+    EXPECT_EQ(encodedByLame(files, input, {}) == encodedByLame(files, large, {}), true);
+}
+
 TEST_F(BesideLame, FloatsKeepTheirLevel)
 {
     std::vector<int> quiet = shortMusic(44'100, 2);

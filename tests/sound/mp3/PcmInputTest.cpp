@@ -148,8 +148,55 @@ TEST_F(PcmInputTest, NumbersThatDoNotCountMayLie)
 {
     Form form;
     form.bytesASecond = 1;
-    form.bytesAFrame = 77;
     EXPECT_EQ(samplesOf(riff(formChunk(form) + dataChunk(packed(Keeping::Bits16, steps)), 3)), values);
+}
+
+// The program lame and FFmpeg read such files by the bits and channels alone, too.
+TEST_F(PcmInputTest, ASizeOfAFrameThatNoSamplesHaveIsPassedOver)
+{
+    for (const Keeping keeping :
+         {Keeping::Bytes, Keeping::Bits16, Keeping::Bits24, Keeping::Bits32, Keeping::Float32, Keeping::Float64}) {
+        for (const int told : {0, 1, 3, 5, 7, 77, 65'535}) {
+            Form form = formOf(keeping, 44'100, 2);
+            form.bytesAFrame = told;
+            EXPECT_EQ(samplesOf(riff(formChunk(form) + dataChunk(packed(keeping, steps)))), values)
+                << bitsOf(keeping) << " bits, told " << told;
+        }
+    }
+}
+
+// The size of a frame is all that tells them from samples of three bytes.
+TEST_F(PcmInputTest, SamplesOf24BitsInFourBytesAreTheLowerThree)
+{
+    const QByteArray inThree = packed(Keeping::Bits24, steps);
+    for (const char fourth : {'\0', '\xFF', '\x5A'}) {
+        QByteArray inFour;
+        for (qsizetype i = 0; i < inThree.size(); i += 3)
+            inFour += inThree.mid(i, 3) + fourth;
+        for (const int channels : {1, 2}) {
+            Form form = formOf(Keeping::Bits24, 48'000, channels);
+            form.bytesAFrame = 4 * channels;
+            const auto input = open(riff(formChunk(form) + dataChunk(inFour)));
+            ASSERT_TRUE(input);
+            EXPECT_EQ(input->length().value, 10 / channels);
+            EXPECT_EQ(samplesOf(riff(formChunk(form) + dataChunk(inFour))), values);
+            EXPECT_EQ(samplesOf(riff(extensibleChunk(form, 24) + dataChunk(inFour))), values);
+            EXPECT_EQ(samplesOf(riff(formChunk(form) + dataChunk(swapped(inFour, 4))), {.swapBytes = true}),
+                      values);
+        }
+    }
+}
+
+TEST_F(PcmInputTest, WhereFewerThan24BitsStandInFourBytesNobodyCanTell)
+{
+    Form form = formOf(Keeping::Bits24, 44'100, 2);
+    for (const int bits : {17, 20, 23}) {
+        form.bits = bits;
+        form.bytesAFrame = 8;
+        EXPECT_FALSE(open(riff(formChunk(form) + dataChunk(countingBytes(80))))) << bits;
+        form.bytesAFrame = 6;
+        EXPECT_TRUE(open(riff(formChunk(form) + dataChunk(countingBytes(60))))) << bits;
+    }
 }
 
 TEST_F(PcmInputTest, RawSoundHasNoHead)
