@@ -1,5 +1,6 @@
 #include "sound/media/SoundEncoder.h"
 
+#include "sound/media/LameOpening.h"
 #include "sound/media/ToFloat.h"
 
 #include <algorithm>
@@ -86,6 +87,14 @@ bool takesRate(const AVCodec& encoder, SampleRate rate)
     return *supported != 0;
 }
 
+bool openCodec(AVCodecContext& codec, const AVCodec& encoder, Family family)
+{
+    std::unique_lock<std::mutex> alone;
+    if (family == Family::Mp3)
+        alone = std::unique_lock(lameOpening());
+    return avcodec_open2(&codec, &encoder, nullptr) >= 0;
+}
+
 /// Decoders of Windows Media Audio drop two coded frames, of which this encoder's delay is but one; and of the last
 /// one only half is ever coded. Neither may be of the sound.
 FrameCount silenceAround(Family family, const AVCodecContext& codec)
@@ -138,7 +147,7 @@ OpenedEncoder SoundEncoder::open(const SoundFormat& format, SampleRate rate, int
     codec->flags |= AV_CODEC_FLAG_BITEXACT;
     if (format.family == Family::Mp4)
         codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-    if (!set(*codec, format, channels) || avcodec_open2(codec.get(), encoder, nullptr) < 0)
+    if (!set(*codec, format, channels) || !openCodec(*codec, *encoder, format.family))
         return {nullptr, EngineError::InvalidExportSettings};
     const FrameCount silence = silenceAround(format.family, *codec);
     std::unique_ptr<SoundEncoder> made(new SoundEncoder(std::move(codec), silence));

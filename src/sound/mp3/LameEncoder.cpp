@@ -1,5 +1,7 @@
 #include "sound/mp3/LameEncoder.h"
 
+#include "sound/media/LameOpening.h"
+
 #include <lame/lame.h>
 #include <algorithm>
 #include <mutex>
@@ -24,13 +26,6 @@ constexpr int voicePreset = 56;
 
 constexpr int highQuality = 2;
 constexpr int fastQuality = 7;
-
-/// Some of LAME's tables are made by the first of its encoders, for all.
-std::mutex& tables()
-{
-    static std::mutex mutex;
-    return mutex;
-}
 
 void chooseStereoMode(lame_t lame, StereoMode mode)
 {
@@ -125,7 +120,7 @@ void LameEncoder::Closes::operator()(lame_global_struct* lame) const
 
 std::unique_ptr<LameEncoder> LameEncoder::create(const Mp3Switches& switches, SampleRate rate, int channels)
 {
-    const std::lock_guard lock(tables());
+    const std::lock_guard lock(lameOpening());
     std::unique_ptr<lame_global_struct, Closes> lame(lame_init());
     if (!lame)
         return nullptr;

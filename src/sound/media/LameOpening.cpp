@@ -1,0 +1,11 @@
+#include "sound/media/LameOpening.h"
+
+namespace sound {
+
+std::mutex& lameOpening()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
+}  // namespace sound
