@@ -59,8 +59,8 @@ public:
 
     /// Begins an encoding with the properties as they are now and returns; one that is under way is finished first.
     /// The output file appears whole, in place of one of before, or not at all, and never over its own input. False
-    /// where the input is no file that can be encoded, which is then all that happens; what goes wrong later is
-    /// told by nothing but that 100 never comes.
+    /// where the input is no file that can be encoded, and where the output would be put over it, which is then all
+    /// that happens; what goes wrong later is told by nothing but that 100 never comes.
     virtual bool Encode() = 0;
 
 signals:
