@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <memory>
+#include <stop_token>
 
 namespace sound {
 
@@ -28,6 +29,10 @@ public:
     /// Waits until all that has been written is on the disc, so that finish() takes but an instant. False where the
     /// disc fails now, and where it did before.
     bool bringToDisc();
+
+    /// The same, but it waits no longer than until it is given up, and is false then. The disc may still take the
+    /// file after that, even when this object is gone.
+    bool bringToDisc(const std::stop_token& givenUp);
 
     /// False as bringToDisc(), and where the file cannot have its name.
     bool finish();

@@ -11,15 +11,16 @@ namespace {
 
 constexpr std::size_t bytesAtOnce = std::size_t{64} * 1024;
 
-/// Whoever gives up waits for no more than this on its way to the disc.
-constexpr std::int64_t bytesOffTheDisc = std::int64_t{1024} * 1024;
+/// After so much the disc gets its share, lest a whole long file is on its way there at the end.
+constexpr std::int64_t bytesUntilOnDisc = std::int64_t{1024} * 1024;
 
 /// Writes one piece behind the other, large ones.
 class Mp3Stream
 {
 public:
-    explicit Mp3Stream(WholeFile& output)
+    Mp3Stream(WholeFile& output, const std::stop_token& stopped)
         : file(output)
+        , givenUp(stopped)
     {
     }
 
@@ -34,14 +35,15 @@ public:
             return false;
         written += static_cast<std::int64_t>(bytes.size());
         bytes.clear();
-        if (written - onDisc < bytesOffTheDisc)
+        if (written - onDisc < bytesUntilOnDisc)
             return true;
         onDisc = written;
-        return file.bringToDisc();
+        return file.bringToDisc(givenUp);
     }
 
 private:
     WholeFile& file;
+    const std::stop_token& givenUp;
     std::vector<std::byte> bytes;
     std::int64_t written = 0;
     std::int64_t onDisc = 0;
@@ -56,18 +58,12 @@ bool EncodingJob::isPossible(const EncodingOrder& order)
 
 EncodingJob::EncodingJob(EncodingOrder wanted)
     : order(std::move(wanted))
-    , worker([this] {
+    , worker([this](const std::stop_token& givenUp) {
         takePriority(order.priority);
-        outputIsThere = encodeFile();
+        outputIsThere = encodeFile(givenUp);
         atEnd.store(true, std::memory_order_release);
     })
 {
-}
-
-EncodingJob::~EncodingJob()
-{
-    givenUp.store(true, std::memory_order_relaxed);
-    worker.join();
 }
 
 std::unique_ptr<PcmInput> EncodingJob::openInput(const EncodingOrder& order)
@@ -76,7 +72,7 @@ std::unique_ptr<PcmInput> EncodingJob::openInput(const EncodingOrder& order)
     return input && !input->isNamed(order.output) ? std::move(input) : nullptr;
 }
 
-bool EncodingJob::encodeFile()
+bool EncodingJob::encodeFile(const std::stop_token& givenUp)
 {
     const auto input = openInput(order);
     if (!input)
@@ -85,21 +81,22 @@ bool EncodingJob::encodeFile()
     if (!encoder)
         return false;
     const auto file = WholeFile::create(order.output);
-    if (!file || !encodeFrames(*input, *encoder, *file))
+    if (!file || !encodeFrames(*input, *encoder, *file, givenUp))
         return false;
     // The name may have come to mean the input meanwhile.
-    return file->bringToDisc() && !givenUp.load(std::memory_order_relaxed) && !input->isNamed(order.output) &&
+    return file->bringToDisc(givenUp) && !givenUp.stop_requested() && !input->isNamed(order.output) &&
            file->finish();
 }
 
-bool EncodingJob::encodeFrames(PcmInput& input, LameEncoder& encoder, WholeFile& file)
+bool EncodingJob::encodeFrames(PcmInput& input, LameEncoder& encoder, WholeFile& file,
+                               const std::stop_token& givenUp)
 {
-    Mp3Stream stream(file);
+    Mp3Stream stream(file, givenUp);
     while (input.done() < input.length()) {
         // Little at once: a thread of low priority may have to wait long before it finds that it is given up.
         const std::span<const float> frames = input.next(encoder.block());
-        if (frames.empty() || givenUp.load(std::memory_order_relaxed) ||
-            !encoder.encode(frames, stream.waiting()) || !stream.writeWhereMuchWaits())
+        if (frames.empty() || givenUp.stop_requested() || !encoder.encode(frames, stream.waiting()) ||
+            !stream.writeWhereMuchWaits())
             return false;
         percentDone.store(static_cast<int>(input.done().value * 99 / input.length().value),
                           std::memory_order_relaxed);

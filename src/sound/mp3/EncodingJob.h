@@ -9,6 +9,7 @@
 #include <QString>
 #include <atomic>
 #include <memory>
+#include <stop_token>
 #include <thread>
 
 namespace sound {
@@ -37,8 +38,10 @@ public:
     /// Begins at once.
     explicit EncodingJob(EncodingOrder order);
 
-    /// A job that is not at its end is given up, and leaves nothing.
-    ~EncodingJob();
+    /// A job that is not at its end is given up, and leaves nothing but the folders that it made for the output. It
+    /// ends within a moment, also while the disc is busy with what it has got: only in the instant in which the
+    /// output takes its name does the name have to come to the disc first.
+    ~EncodingJob() = default;
     EncodingJob(const EncodingJob&) = delete;
     EncodingJob& operator=(const EncodingJob&) = delete;
 
@@ -52,15 +55,14 @@ public:
 
 private:
     static std::unique_ptr<PcmInput> openInput(const EncodingOrder& order);
-    bool encodeFile();
-    bool encodeFrames(PcmInput& input, LameEncoder& encoder, WholeFile& file);
+    bool encodeFile(const std::stop_token& givenUp);
+    bool encodeFrames(PcmInput& input, LameEncoder& encoder, WholeFile& file, const std::stop_token& givenUp);
 
     const EncodingOrder order;
-    std::atomic<bool> givenUp = false;
     std::atomic<bool> atEnd = false;
     std::atomic<int> percentDone = 0;
     bool outputIsThere = false;
-    std::thread worker;
+    std::jthread worker;  // last: it ends before what it works with
 };
 
 }  // namespace sound

@@ -11,13 +11,13 @@ namespace sound {
 
 /// Encodes with LAME, on a thread of its own.
 ///
-/// Input is WAV (integers of 8 to 32 bits, floats of 32 and 64) or RAW, in one or two channels. Which of LAME's
+/// Input is WAV (integers of 1 to 32 bits, floats of 32 and 64) or RAW, in one or two channels. Which of LAME's
 /// switches each property is stands in docs/decisions/mp3-switches.md. Bit rates are taken from 8 to 320 kbit/s,
 /// and LAME chooses the nearest that goes with the rate of the sound.
 ///
 /// An encoding has the properties, the priority too, that were set when it was called for; its input is opened when
 /// its turn has come. One that would be put over its own input is refused. Destroyed, the engine gives up the one
-/// under way, and those that wait.
+/// under way, without waiting for the disc, and those that wait.
 class SoundMp3EncoderEngine : public Mp3EncoderEngine
 {
 public:
