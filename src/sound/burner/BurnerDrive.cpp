@@ -9,17 +9,9 @@
 
 namespace sound {
 
-using namespace std::chrono_literals;
-
-namespace {
-
-// Nobody changes a disc in so short a time.
-constexpr auto lookIsGoodFor = 2s;
-
-}  // namespace
-
 BurnerDrive::BurnerDrive(DriveIdentity who)
     : identity(std::move(who))
+    , media(identity.address)
 {
 }
 
@@ -31,11 +23,17 @@ QString BurnerDrive::name() const
 
 void BurnerDrive::refresh()
 {
-    if (lastLook && std::chrono::steady_clock::now() - *lastLook < lookIsGoodFor)
+    if (media.isUnchanged())
         return;
+    look();
+    if (lastDisc.present != media.hasDisc())
+        media.forget();
+}
+
+void BurnerDrive::look()
+{
     lastDisc = {};
     lastSpeeds.clear();
-    lastLook.reset();
     const LibburnTurn turn;
     const GrabbedDrive grabbed(turn, identity.address);
     if (!grabbed.isThere())
@@ -43,12 +41,11 @@ void BurnerDrive::refresh()
     const DiscReport report = discReport(grabbed.drive());
     lastDisc = loadedDisc(report);
     lastSpeeds = writeSpeeds(report, speedReports(grabbed.drive()));
-    lastLook = std::chrono::steady_clock::now();
 }
 
 WriteOutcome BurnerDrive::write(const DiscPlan& plan, SectorFeed& feed, WriteWatch& watch)
 {
-    lastLook.reset();
+    media.forget();
     LibburnTurn turn;
     const GrabbedDrive grabbed(turn, identity.address);
     if (grabbed.isThere())
@@ -58,6 +55,7 @@ WriteOutcome BurnerDrive::write(const DiscPlan& plan, SectorFeed& feed, WriteWat
 
 std::optional<DiscWriteError> BurnerDrive::objectionTo(const DiscPlan& plan)
 {
+    media.forget();
     LibburnTurn turn;
     const GrabbedDrive grabbed(turn, identity.address);
     if (grabbed.isThere())
@@ -74,7 +72,7 @@ DiscWriteError BurnerDrive::failureOf(LibburnTurn& turn, const GrabbedDrive& gra
 
 void BurnerDrive::eject()
 {
-    lastLook.reset();
+    media.forget();
     const LibburnTurn turn;
     GrabbedDrive grabbed(turn, identity.address);
     if (grabbed.isThere())

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "sound/burner/DriveReport.h"
+#include "sound/burner/MediaWatch.h"
 
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,12 +28,11 @@ struct DriveIdentity
 };
 
 /// A drive that libburn has found. It is held only while one of refresh(), objectionTo(), write() and eject()
-/// runs, so that other
-/// programs may use it in between, and its tray is never closed by itself. A drive that another program uses looks
-/// empty.
+/// runs, so that other programs may use it in between, and its tray is never closed by itself. A drive that another
+/// program uses looks empty.
 ///
-/// A look at a disc makes its motor run and stop. Who asks twice within two seconds is told what the first look
-/// found.
+/// A look at a disc makes its motor run and stop. So refresh() looks only where something may have changed since
+/// the last look: the disc or the tray, as MediaWatch tells, or what this drive did itself.
 ///
 /// Texts for displays are written where the disc is written at once and the drive takes them: the room for them is
 /// the lead-in, which is the drive's own when tracks are written one by one.
@@ -53,12 +52,13 @@ public:
     void eject() override;
 
 private:
+    void look();
     DiscWriteError failureOf(LibburnTurn& turn, const GrabbedDrive& grabbed) const;
 
     const DriveIdentity identity;
     LoadedDisc lastDisc;
     std::vector<WriteSpeed> lastSpeeds;
-    std::optional<std::chrono::steady_clock::time_point> lastLook;
+    MediaWatch media;  // since the last look
 };
 
 }  // namespace sound

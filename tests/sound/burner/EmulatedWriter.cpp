@@ -8,9 +8,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <chrono>
 #include <filesystem>
-#include <thread>
 #include <utility>
 
 namespace {
@@ -20,16 +18,8 @@ using Bytes = EmulatedWriter::Bytes;
 std::atomic<EmulatedWriter*> existing = nullptr;
 
 constexpr const char* handleName = "emulated-writer";
-constexpr EmulatedWriter::Sense unknownCommand{5, 0x20, 0};
-constexpr EmulatedWriter::Sense noDisc{2, 0x3a, 0};
 constexpr unsigned long placeOnBus = 0x5382;
 constexpr unsigned long numberOfBus = 0x5386;
-
-std::int32_t number(std::span<const std::uint8_t> bytes, std::size_t at)
-{
-    return static_cast<std::int32_t>((bytes[at] << 24U) | (bytes[at + 1] << 16U) | (bytes[at + 2] << 8U) |
-                                     bytes[at + 3]);
-}
 
 std::string linkOf(const std::filesystem::path& file)
 {
@@ -68,8 +58,17 @@ void EmulatedWriter::insert(Disc disc)
 {
     const std::lock_guard<std::mutex> alone(lock);
     loaded = disc;
+    trayOpen = false;
+    news.noteChange();
     sectors.clear();
     cues.clear();
+}
+
+void EmulatedWriter::moveTray(bool open)
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    trayOpen = open;
+    news.noteChange();
 }
 
 void EmulatedWriter::fillDisc(int count)
@@ -77,6 +76,7 @@ void EmulatedWriter::fillDisc(int count)
     const std::lock_guard<std::mutex> alone(lock);
     loaded = Disc::WrittenCd;
     filled = count;
+    news.noteChange();
 }
 
 void EmulatedWriter::setCapacity(int count)
@@ -91,6 +91,24 @@ void EmulatedWriter::letAnotherProgramUseIt(bool used)
     usedElsewhere = used;
 }
 
+void EmulatedWriter::letAnotherProgramTakeItAfter(int count)
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    openingsUntilTaken = count;
+}
+
+void EmulatedWriter::letKernelTell(KernelNews::Kind kind)
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    news.set(kind);
+}
+
+void EmulatedWriter::letKernelTellStatus(int told)
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    news.setStatus(told);
+}
+
 void EmulatedWriter::failWriteAt(int sector, Sense sense)
 {
     const std::lock_guard<std::mutex> alone(lock);
@@ -102,6 +120,21 @@ void EmulatedWriter::pullOutAt(int sector)
 {
     const std::lock_guard<std::mutex> alone(lock);
     pulledSector = sector;
+}
+
+void EmulatedWriter::pullOutAfter(int count)
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    commandsUntilPulled = count;
+}
+
+void EmulatedWriter::plugInAgain()
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    gone = false;
+    locked = false;
+    commandsUntilPulled = -1;
+    news.noteChange();
 }
 
 void EmulatedWriter::writeSlowly(int millisecondsPerCommand)
@@ -130,6 +163,12 @@ int EmulatedWriter::openHandles() const
     return count;
 }
 
+int EmulatedWriter::openings() const
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    return opened;
+}
+
 bool EmulatedWriter::isLocked() const
 {
     const std::lock_guard<std::mutex> alone(lock);
@@ -147,6 +186,15 @@ int EmulatedWriter::commandsOf(std::uint8_t operation) const
     const std::lock_guard<std::mutex> alone(lock);
     const auto found = commands.find(operation);
     return found == commands.end() ? 0 : found->second;
+}
+
+int EmulatedWriter::commandsOfAll() const
+{
+    const std::lock_guard<std::mutex> alone(lock);
+    int all = 0;
+    for (const auto& [operation, count] : commands)
+        all += count;
+    return all;
 }
 
 Bytes EmulatedWriter::cueSheet() const
@@ -194,17 +242,30 @@ int EmulatedWriter::endOfWritten() const
 int EmulatedWriter::open(int flags)
 {
     const std::lock_guard<std::mutex> alone(lock);
+    if (openingsUntilTaken == 0)
+        usedElsewhere = true;
     if (gone || (usedElsewhere && (flags & O_EXCL) != 0)) {
         errno = gone ? ENXIO : EBUSY;
         return -1;
     }
+    ++opened;
+    if (openingsUntilTaken > 0)
+        --openingsUntilTaken;
     return memfd_create(handleName, MFD_CLOEXEC);
+}
+
+int EmulatedWriter::status() const
+{
+    return trayOpen ? CDS_TRAY_OPEN : loaded == Disc::None ? CDS_NO_DISC : CDS_DISC_OK;
 }
 
 int EmulatedWriter::control(unsigned long request, void* argument)
 {
+    const std::lock_guard<std::mutex> alone(lock);
     if (request == CDROM_DRIVE_STATUS)
-        return CDS_DISC_OK;
+        return news.tellStatus(status());
+    if (request == CDROM_TIMED_MEDIA_CHANGE || request == CDROM_MEDIA_CHANGED)
+        return news.tellChange(request, argument);
     if (request == placeOnBus || request == numberOfBus) {
         *static_cast<int*>(argument) = 0;
         return 0;
@@ -221,7 +282,10 @@ int EmulatedWriter::control(unsigned long request, void* argument)
     else if (io.dxfer_direction == SG_DXFER_TO_DEV)
         command.out = {data, io.dxfer_len};
 
-    const std::lock_guard<std::mutex> alone(lock);
+    if (commandsUntilPulled == 0)
+        gone = true;
+    else if (commandsUntilPulled > 0)
+        --commandsUntilPulled;
     Sense sense;
     const bool good = !gone && execute(command, sense);
     if (gone) {
@@ -240,124 +304,4 @@ int EmulatedWriter::control(unsigned long request, void* argument)
         io.sb_len_wr = sizeof(told);
     }
     return 0;
-}
-
-bool EmulatedWriter::isTest() const
-{
-    return parameters.size() > 10 && (parameters[10] & 0x10) != 0;
-}
-
-int EmulatedWriter::profile() const
-{
-    constexpr int cdR = 0x09;
-    constexpr int dvdR = 0x11;
-    return loaded == Disc::None ? 0 : loaded == Disc::BlankDvd ? dvdR : cdR;
-}
-
-int EmulatedWriter::nextSector() const
-{
-    return sectors.empty() ? 0 : std::max(sectors.rbegin()->first + 1 + sectorsBetweenTracks, 0);
-}
-
-bool EmulatedWriter::write(const Command& command, Sense& sense)
-{
-    const int first = number(command.words, 2);
-    const int count = (command.words[7] << 8) | command.words[8];
-    if (delay > 0)
-        std::this_thread::sleep_for(std::chrono::milliseconds(delay));
-    if (pulledSector >= 0 && first + count > pulledSector) {
-        gone = true;
-        return false;
-    }
-    if (failingSector >= 0 && first + count > failingSector) {
-        sense = failure;
-        return false;
-    }
-    const std::size_t size = command.out.size() / static_cast<std::size_t>(count);
-    for (int i = 0; i < count; ++i) {
-        const auto sector = command.out.subspan(static_cast<std::size_t>(i) * size, size);
-        sectors[first + i] = Bytes(sector.begin(), sector.end());
-    }
-    usedParameters = parameters;
-    return true;
-}
-
-// The disc is as it was before, when all was a test.
-void EmulatedWriter::finishSession()
-{
-    atEnd();
-    if (isTest() || sectors.empty())
-        return;
-    loaded = Disc::WrittenCd;
-    filled = sectors.rbegin()->first + 1;
-}
-
-bool EmulatedWriter::execute(const Command& command, Sense& sense)
-{
-    using namespace writerreplies;
-    const auto& words = command.words;
-    const std::uint8_t operation = words[0];
-    ++commands[operation];
-    const auto reply = [&](const Bytes& bytes) {
-        std::copy_n(bytes.begin(), std::min(bytes.size(), command.in.size()), command.in.begin());
-        if (bytes.empty())
-            sense = {5, 0x24, 0};
-        return !bytes.empty();
-    };
-    const auto onlyWithDisc = [&] {
-        if (loaded == Disc::None)
-            sense = noDisc;
-        return loaded != Disc::None;
-    };
-    switch (operation) {
-    case 0x00:  // test unit ready
-        return onlyWithDisc();
-    case 0x12:
-        return reply(inquiry());
-    case 0x1b:  // start or stop, open or close
-        if ((words[4] & 3) == 2)
-            trayOpen = true;
-        return true;
-    case 0x1e:  // prevent or allow removal
-        locked = (words[4] & 1) != 0;
-        return true;
-    case 0x25:  // read capacity
-        return onlyWithDisc() && reply(capacity(filled));
-    case 0x2a:
-        return onlyWithDisc() && write(command, sense);
-    case 0x35:  // synchronize cache
-        if (parameters.size() > 10 && (parameters[10] & 0x0f) == 2)
-            finishSession();
-        return true;
-    case 0x43:
-        return onlyWithDisc() && reply(tableOfContents(words[2] & 0x0f, filled));
-    case 0x46:
-        return reply(configuration(profile(), abilities));
-    case 0x51:
-        return onlyWithDisc() && reply(discInformation(loaded != Disc::WrittenCd, leadInStart, room));
-    case 0x52:
-        return onlyWithDisc() && reply(trackInformation(nextSector(), room - nextSector()));
-    case 0x55:  // mode select
-        parameters.assign(command.out.begin(), command.out.end());
-        return true;
-    case 0x5a:
-        return reply(modeSense(words[2] & 0x3f, abilities));
-    case 0x5b:  // close track or session
-        if ((words[2] & 7) == 2)
-            finishSession();
-        return true;
-    case 0x5c:  // buffer capacity
-        return reply(emptyBuffer());
-    case 0x5d:  // cue sheet
-        cues.assign(command.out.begin(), command.out.end());
-        return true;
-    case 0xac:
-        return reply(performance(words[10], room, abilities));
-    case 0xbb:  // speed
-        speed = (words[4] << 8) | words[5];
-        return true;
-    default:
-        sense = unknownCommand;
-        return false;
-    }
 }

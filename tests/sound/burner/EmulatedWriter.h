@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sound/burner/KernelNews.h"
 #include "sound/burner/WriterReplies.h"
 
 #include <cstddef>
@@ -52,21 +53,29 @@ public:
     WriterAbilities abilities;
 
     // What is done to it.
-    void insert(Disc disc);  // another one
+    void insert(Disc disc);  // another one; the tray is closed behind it
+    void moveTray(bool open);
     void fillDisc(int sectors);
     void setCapacity(int sectors);
     void letAnotherProgramUseIt(bool used);
+    void letAnotherProgramTakeItAfter(int openings);
+    void letKernelTell(KernelNews::Kind kind);
+    void letKernelTellStatus(int status);  // -1 is a failure
     void failWriteAt(int sector, Sense sense);
     void pullOutAt(int sector);
+    void pullOutAfter(int commands);
+    void plugInAgain();
     void writeSlowly(int millisecondsPerCommand);
     void beforeFinishing(std::function<void()> call);
 
     // What has become of it.
     Disc disc() const;
     int openHandles() const;
+    int openings() const;  // until now, without those that were refused
     bool isLocked() const;
     bool isOpen() const;
     int commandsOf(std::uint8_t operation) const;
+    int commandsOfAll() const;
     Bytes cueSheet() const;
 
     /// The page of write parameters, its head included, that was in force when the last sector was written.
@@ -92,6 +101,8 @@ private:
         std::span<const std::uint8_t> out;  // to it
     };
 
+    bool hasDisc() const { return loaded != Disc::None && !trayOpen; }
+    int status() const;
     bool execute(const Command& command, Sense& sense);
     int profile() const;
     int nextSector() const;
@@ -104,12 +115,16 @@ private:
     int room = latestLeadOut;
     int filled = 0;
     bool usedElsewhere = false;
+    int openingsUntilTaken = -1;
+    int opened = 0;
+    KernelNews news;
     bool gone = false;
     bool locked = false;
     bool trayOpen = false;
     int failingSector = -1;
     Sense failure;
     int pulledSector = -1;
+    int commandsUntilPulled = -1;
     int delay = 0;
     std::function<void()> atEnd = [] {};
     int speed = -1;
