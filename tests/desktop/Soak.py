@@ -20,6 +20,7 @@ from stage import Stage
 TRACK = "before-the-lesson.wav"
 LABEL = "before-the-lesson (Wav file)"
 LOOP = (2, 30)  # seconds
+LATEST_BEGIN = 26
 
 KEYS = [
     "Right", "Left", "ctrl+Right", "ctrl+Left", "Up", "Down", "shift+Up", "shift+Down", "ctrl+Up", "ctrl+Down", "alt+Up",
@@ -58,7 +59,7 @@ class Soak:
         slider = self.player.find(name, "slider")
         low, high = slider.get_minimum_value(), slider.get_maximum_value()
         if name == "Begin loop position":
-            high = LOOP[1] - 4
+            high = LATEST_BEGIN
         slider.set_current_value(round(self.chance.uniform(low, high)))
 
     def button(self):
@@ -79,7 +80,10 @@ class Soak:
         self.player.activate()
 
     def loop(self):
-        """Has the loop played again, near the end of the track at the most."""
+        """Has the loop played again, near the end of the track at the most. A window that was moved on can begin behind
+        that end: nothing would be played of it."""
+        if self.player.value("Begin loop position") > LATEST_BEGIN:
+            self.player.set_value("Begin loop position", LOOP[0])
         self.player.set_value("End loop position", self.chance.randint(LOOP[1] - 3, LOOP[1] + 2))
         self.player.act("Play loop", "push button")
 

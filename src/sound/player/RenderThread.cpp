@@ -19,12 +19,15 @@ constexpr auto reportInterval = 10ms;
 constexpr auto fullReserve = 25ms;
 
 // Where the system lets it, before all ordinary threads, and before the window where that is no ordinary one;
-// elsewhere the output's buffer has to do.
+// elsewhere the output's buffer has to do. Sound servers have 5 and more: what takes the sound goes before what
+// makes it.
 void askForPriority()
 {
-    constexpr int aboveLowest = 9;
+    constexpr int usual = 3;
+    int policy = SCHED_OTHER;
     sched_param parameters{};
-    parameters.sched_priority = sched_get_priority_min(SCHED_RR) + aboveLowest;
+    pthread_getschedparam(pthread_self(), &policy, &parameters);  // the window's, so far
+    parameters.sched_priority = policy == SCHED_OTHER ? usual : parameters.sched_priority + 1;
     pthread_setschedparam(pthread_self(), SCHED_RR, &parameters);
 }
 
