@@ -69,6 +69,14 @@ function(larkspin_library name)
     endif()
 endfunction()
 
+# For tests of windows, which are mostly the code that their mocks expand to.
+function(larkspin_compile_quickly target)
+    target_compile_options(${target} PRIVATE -O0 -fpch-preprocess)
+    if(LARKSPIN_SANITIZE MATCHES "address")
+        target_compile_options(${target} PRIVATE -fno-sanitize=address)
+    endif()
+endfunction()
+
 # larkspin_test(name SOURCES ... CALLS ... [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])
 # larkspin_test(name SAME_AS other [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])
 #
@@ -92,7 +100,7 @@ function(larkspin_test name)
         target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
         target_link_libraries(${name} PRIVATE ${ARG_CALLS} GTest::gmock)
         if("qt_test_main" IN_LIST ARG_CALLS)
-            target_compile_options(${name} PRIVATE -O0 -fpch-preprocess)
+            larkspin_compile_quickly(${name})
             target_precompile_headers(${name} REUSE_FROM qt_test_main)
         else()
             set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
