@@ -14,10 +14,6 @@ namespace {
 
 constexpr auto reportInterval = 10ms;
 
-// An output that wants more than this has missed a turn. In its usual course it wants a quarter of its length, a
-// server that takes large pieces more, but never so much when the last of a piece is rendered.
-constexpr auto fullReserve = 25ms;
-
 // Where the system lets it, before all ordinary threads, and before the window where that is no ordinary one;
 // elsewhere the output's buffer has to do. Sound servers have 5 and more: what takes the sound goes before what
 // makes it.
@@ -119,7 +115,8 @@ void RenderThread::fill()
         renderer.update(transport.latest(), settings.latest());
         if (renderer.rate() != outputRate)
             return;
-        renderer.render(block, started && output->wanted() > framesIn(fullReserve, outputRate));
+        const bool moreIsWanted = output->wanted() >= renderer.block() + renderer.block();
+        renderer.render(block, started && moreIsWanted);
         output->write(block, renderer.block());
     }
     if (!started) {

@@ -42,8 +42,8 @@ public:
 
     /// Writes the next block() frames, left and right interleaved; silence where nothing plays.
     ///
-    /// @p hurried tells that the output's reserve is running out. What takes long is then not begun: a change that
-    /// comes some blocks later is better than a gap.
+    /// @p hurried tells that the output wants the next block at once behind this one. What takes long is then not
+    /// begun: a change that comes a block later is better than a gap.
     void render(float* stereo, bool hurried = false);
 
     /// What is heard when the frames of the last @p delay are still under way.

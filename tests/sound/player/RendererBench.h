@@ -25,7 +25,7 @@ public:
     Settings settings;
     void settingsChanged();
 
-    /// Whether the output's reserve is running out.
+    /// Whether the output wants the next block at once behind each.
     bool hurried = false;
 
     /// Renders at least @p count frames more, in whole blocks.

@@ -162,7 +162,7 @@ TEST(RendererChangeTest, AfterADraggedSliderHasComeToRestThePlaceIsExactAgain)
     EXPECT_NEAR(heard, (from + to) / 2, 100);
 }
 
-TEST(RendererChangeTest, WhileTheOutputRunsOutNothingIsBegunAndTheRunningSoundGoesOn)
+TEST(RendererChangeTest, WhileMoreIsWantedAtOnceNothingIsBegunAndTheRunningSoundGoesOn)
 {
     RendererBench bench(sineSound(rate, 1, 330, 30));
     bench.settings.changes.tempo = 0.8;
