@@ -38,8 +38,9 @@ public:
     /// All files are decoded before the writing begins.
     virtual void SetCacheFiles(bool on) = 0;
 
-    /// Asks the write under way to end, which it does within a second, drive permitting, with the stage Cancelled.
-    /// Nothing while there is none.
+    /// Asks the write under way to end, which it does within a second, with the stage Cancelled; the device may be
+    /// busy with that for longer. A disc whose last sector has been sent is still written, and Completed. Nothing
+    /// while there is no write.
     virtual void AbortWrite() = 0;
 
     /// Begins to write and returns; DiscEngine's signals follow. @p ok is false, and none follow, while a write is

@@ -31,7 +31,7 @@ private:
 /// Something that discs are written with: a drive, or a disc image on the hard disc. The engine owns it.
 ///
 /// What is told of a disc, its speeds included, is what the last RefreshDisc found, and nothing before the first
-/// one. While the device writes, RefreshDisc changes nothing.
+/// one. While a device writes, or is still busy with a write that was given up, RefreshDisc changes nothing.
 class DiscDevice
 {
 public:

@@ -45,10 +45,10 @@ DiscWriteError cacheError(const SectorCache& cache)
 
 }  // namespace
 
-DiscWrite::DiscWrite(WriteOrder wanted, DiscDrive& device)
+DiscWrite::DiscWrite(WriteOrder wanted, std::shared_ptr<DiscDrive> device, std::shared_future<void> beginning)
     : order(std::move(wanted))
-    , drive(device)
-    , thread([this] { reports.tellEnd(writeAll()); })
+    , drive(std::move(device))
+    , thread([this, beginning = std::move(beginning)] { run(beginning); })
 {
 }
 
@@ -69,9 +69,17 @@ void DiscWrite::finish()
         thread.join();
 }
 
-WriteEnd DiscWrite::writeAll()
+void DiscWrite::run(const std::shared_future<void>& beginning)
 {
     reports.tell({DiscStage::Preparing});
+    if (beginning.valid())
+        beginning.wait();
+    reports.tellEnd(writeAll());
+    ending.set_value();
+}
+
+WriteEnd DiscWrite::writeAll()
+{
     const std::optional<DiscWriteError> fault = prepare();
     if (givenUp())
         return cancelled();
@@ -99,7 +107,7 @@ std::optional<DiscWriteError> DiscWrite::prepare()
     plan.test = order.test;
     plan.underrunProtection = order.underrunProtection;
     plan.speed = order.speed;
-    return givenUp() ? std::nullopt : drive.objectionTo(plan);
+    return givenUp() ? std::nullopt : drive->objectionTo(plan);
 }
 
 WriteEnd DiscWrite::writeFromCache()
@@ -123,7 +131,7 @@ WriteEnd DiscWrite::writeFromCache()
     if (cache.failure() != 0)
         return failed(cacheError(cache));
     percentBefore = percentOfCaching;
-    const WriteOutcome outcome = drive.write(plan, cache, *this);
+    const WriteOutcome outcome = drive->write(plan, cache, *this);
     return endOf(outcome, cache.failure() != 0 ? std::optional(cacheError(cache)) : std::nullopt);
 }
 
@@ -143,7 +151,7 @@ WriteEnd DiscWrite::writeThroughRing()
         return cancelled();
     if (const auto error = decoding.error())
         return failed(*error);
-    const WriteOutcome outcome = drive.write(plan, ring, *this);
+    const WriteOutcome outcome = drive->write(plan, ring, *this);
     return endOf(outcome, decoding.error());
 }
 
@@ -196,6 +204,7 @@ void DiscWrite::written(int track, std::int64_t sectors)
     writtenSectors = sectors;
     for (int before = 0; before < track; ++before)
         writtenSectors += plan.tracks[static_cast<std::size_t>(before)].sectors;
+    allSent = writtenSectors == totalSectors;
     reports.tell({DiscStage::Writing,
                   percentBefore + percent(writtenSectors, totalSectors) * (100 - percentBefore) / 100, track + 1,
                   percentOfTrack({track, sectors})});

@@ -4,7 +4,11 @@
 #include "sound/disc/DiscTrack.h"
 #include "sound/disc/WriteReports.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstdint>
+#include <future>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <thread>
@@ -38,8 +42,8 @@ struct WriteOrder
 class DiscWrite : private WriteWatch
 {
 public:
-    /// Begins at once. @p drive outlives this.
-    DiscWrite(WriteOrder order, DiscDrive& drive);
+    /// Begins at once, or with this event where it is one: a write that was given up lets go of its drive.
+    DiscWrite(WriteOrder order, std::shared_ptr<DiscDrive> drive, std::shared_future<void> beginning = {});
 
     ~DiscWrite() override;
 
@@ -48,6 +52,12 @@ public:
 
     /// Gives up what is still under way and waits for it: the drive is not touched any more.
     void finish();
+
+    /// All sectors are with the drive: it is not given up any more, but soon written.
+    bool isAsGoodAsDone() const { return allSent; }
+
+    /// Then the drive is not touched any more.
+    const std::shared_future<void>& over() const { return hasEnded; }
 
     /// In order; the last is the end.
     std::optional<WriteReport> takeReport() { return reports.take(); }
@@ -64,6 +74,7 @@ private:
     };
 
     // The writing thread's.
+    void run(const std::shared_future<void>& beginning);
     WriteEnd writeAll();
     std::optional<DiscWriteError> prepare();
     WriteEnd writeFromCache();
@@ -78,9 +89,12 @@ private:
     bool givenUp() const override { return stop.stop_requested(); }
 
     const WriteOrder order;
-    DiscDrive& drive;
+    const std::shared_ptr<DiscDrive> drive;
     std::stop_source stop;
     WriteReports reports;
+    std::atomic<bool> allSent = false;
+    std::promise<void> ending;
+    const std::shared_future<void> hasEnded{ending.get_future()};
 
     // The writing thread's.
     DiscPlan plan;
@@ -90,5 +104,10 @@ private:
 
     std::thread thread;
 };
+
+inline bool hasCome(const std::shared_future<void>& event)
+{
+    return event.wait_for(std::chrono::seconds{0}) == std::future_status::ready;
+}
 
 }  // namespace sound

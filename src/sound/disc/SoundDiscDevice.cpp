@@ -6,9 +6,9 @@
 
 namespace sound {
 
-SoundDiscDevice::SoundDiscDevice(std::unique_ptr<DiscDrive> found, std::function<bool()> writing)
+SoundDiscDevice::SoundDiscDevice(std::unique_ptr<DiscDrive> found, std::function<bool()> busy)
     : drive(std::move(found))
-    , isWriting(std::move(writing))
+    , isBusy(std::move(busy))
     , name(drive->name())
     , usable(drive->usable())
     , protectsFromUnderruns(drive->hasUnderrunProtection())
@@ -38,13 +38,13 @@ double SoundDiscDevice::GetWriteSpeedRate(int code)
 
 void SoundDiscDevice::ReleaseDisc(bool)
 {
-    if (!isWriting())
+    if (!isBusy())
         drive->eject();
 }
 
 void SoundDiscDevice::RefreshDisc(int)
 {
-    if (isWriting())
+    if (isBusy())
         return;
     drive->refresh();
     disc = drive->disc();

@@ -13,10 +13,10 @@ namespace sound {
 class SoundDiscDevice : public DiscDevice
 {
 public:
-    /// @p isWriting tells whether a write is under way, on whichever device.
-    SoundDiscDevice(std::unique_ptr<DiscDrive> drive, std::function<bool()> isWriting);
+    /// @p isBusy tells whether a write is under way or just ending, on whichever device.
+    SoundDiscDevice(std::unique_ptr<DiscDrive> drive, std::function<bool()> isBusy);
 
-    DiscDrive& writer() { return *drive; }
+    const std::shared_ptr<DiscDrive>& writer() const { return drive; }
 
     QString GetDeviceName() override { return name; }
     bool GetCapability(int code) override;
@@ -30,8 +30,8 @@ public:
     qint64 GetFreeSpace(int) override;
 
 private:
-    const std::unique_ptr<DiscDrive> drive;
-    const std::function<bool()> isWriting;
+    const std::shared_ptr<DiscDrive> drive;
+    const std::function<bool()> isBusy;
     const QString name;
     const bool usable;
     const bool protectsFromUnderruns;

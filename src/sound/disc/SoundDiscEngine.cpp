@@ -1,6 +1,7 @@
 #include "sound/disc/SoundDiscEngine.h"
 
 #include "sound/disc/DiscImageDrive.h"
+#include "sound/disc/EndingWrite.h"
 
 #include <QPointer>
 #include <algorithm>
@@ -15,6 +16,9 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto watchInterval = 50ms;
+
+// For a drive to stop. Nobody is let wait for more than a second.
+constexpr auto patience = 700ms;
 
 }  // namespace
 
@@ -41,12 +45,12 @@ SoundDiscEngine::~SoundDiscEngine()
 
 std::unique_ptr<SoundDiscDevice> SoundDiscEngine::makeDevice(std::unique_ptr<DiscDrive> drive)
 {
-    return std::make_unique<SoundDiscDevice>(std::move(drive), [this] { return isWriting(); });
+    return std::make_unique<SoundDiscDevice>(std::move(drive), [this] { return isBusy(); });
 }
 
 bool SoundDiscEngine::InitDevices(bool)
 {
-    if (isWriting())
+    if (isBusy())
         return true;
     found.clear();
     std::optional<DiscDrives> drives = findDrives();
@@ -80,9 +84,9 @@ bool SoundDiscEngine::begin(DiscDevice* device, const WriteOrder& order)
         SoundDiscDevice* known = deviceAt(index);
         if (known != device || !known->IsDeviceUsable())
             continue;
-        write = std::make_shared<DiscWrite>(order, known->writer());
+        write = std::make_shared<DiscWrite>(order, known->writer(), lastDrive);
         totalTold = 0;
-        givingUp = false;
+        sinceGivenUp.reset();
         keepAwake(true);
         watch.start();
         return true;
@@ -92,9 +96,9 @@ bool SoundDiscEngine::begin(DiscDevice* device, const WriteOrder& order)
 
 void SoundDiscEngine::giveUp()
 {
-    if (!write)
+    if (!write || sinceGivenUp)
         return;
-    givingUp = true;
+    sinceGivenUp.emplace().start();
     write->giveUp();
 }
 
@@ -106,16 +110,26 @@ void SoundDiscEngine::tellReports()
     while (engine && told && told == write) {
         const std::optional<WriteReport> report = told->takeReport();
         if (!report)
-            return;
+            break;
         tell(*report);
     }
+    if (engine && write && sinceGivenUp && sinceGivenUp->hasExpired(patience.count()) && !write->isAsGoodAsDone())
+        leaveToDrive();
+}
+
+/// The drive cannot be hurried. For the user the write is over.
+void SoundDiscEngine::leaveToDrive()
+{
+    EndingWrite::see(write);
+    lastDrive = write->over();
+    tellEnd({DiscStage::Cancelled});
 }
 
 void SoundDiscEngine::tell(const WriteReport& report)
 {
     switch (report.kind) {
     case WriteReport::Progress:
-        if (givingUp)
+        if (sinceGivenUp)
             break;  // nobody waits for anything but the end
         totalTold = report.progress.totalPercent;
         emit WriteProgress(totalTold, report.progress.track, report.progress.trackPercent, report.progress.stage);
@@ -124,6 +138,7 @@ void SoundDiscEngine::tell(const WriteReport& report)
         tellProblem(report.problem);
         break;
     case WriteReport::End:
+        write->finish();
         tellEnd(report.end);
         break;
     }
@@ -141,7 +156,6 @@ void SoundDiscEngine::tellProblem(const DiscFileReport& problem)
 void SoundDiscEngine::tellEnd(const WriteEnd& end)
 {
     watch.stop();
-    write->finish();
     write.reset();
     keepAwake(false);
     const QPointer<SoundDiscEngine> engine(this);

@@ -6,10 +6,12 @@
 #include "sound/disc/SoundAudioProject.h"
 #include "sound/disc/SoundDiscDevice.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace sound {
@@ -36,12 +38,14 @@ public:
 
 private:
     bool isWriting() const override { return write != nullptr; }
+    bool isBusy() const { return isWriting() || (lastDrive.valid() && !hasCome(lastDrive)); }
     bool begin(DiscDevice* device, const WriteOrder& order) override;
     void giveUp() override;
 
     SoundDiscDevice* deviceAt(std::size_t index);
     std::unique_ptr<SoundDiscDevice> makeDevice(std::unique_ptr<DiscDrive> drive);
     void tellReports();
+    void leaveToDrive();
     void tell(const WriteReport& report);
     void tellProblem(const DiscFileReport& problem);
     void tellEnd(const WriteEnd& end);
@@ -52,9 +56,10 @@ private:
     const std::unique_ptr<SoundDiscDevice> imageWriter;
     SoundAudioProject project;
     int totalTold = 0;
-    bool givingUp = false;
+    std::optional<QElapsedTimer> sinceGivenUp;
     QTimer watch;
-    std::shared_ptr<DiscWrite> write;  // uses the drives
+    std::shared_ptr<DiscWrite> write;
+    std::shared_future<void> lastDrive;  // lets go of the write that was left to it
 };
 
 }  // namespace sound

@@ -12,6 +12,12 @@ namespace {
 
 using enum DiscStage;
 
+#ifdef LARKSPIN_SANITIZED
+constexpr int aSecond = 5000;  // not what a user has
+#else
+constexpr int aSecond = 1000;
+#endif
+
 /// The 16 bits of a WAV file, and the silence that makes it a track of so many sectors.
 EmulatedWriter::Bytes onDiscAs(const QString& file, int sectors)
 {
@@ -79,19 +85,26 @@ TEST_F(EngineOnDrive, TellsWhatTheDriveToldOfItsFault)
     EXPECT_EQ(write(device()), Completed);
 }
 
-TEST_F(EngineOnDrive, IsCancelledWhileTheDriveWrites)
+TEST_F(EngineOnDrive, IsCancelledWithinASecondWhateverTheDriveStillDoes)
 {
     ASSERT_TRUE(add(tone("a.wav", 60)));
-    project().SetWriteMode(AudioProject::discAtOnce);
     writer.writeSlowly(10);
-    onProgress = [this](DiscStage stage) {
-        if (stage == Writing)
-            project().AbortWrite();
-    };
-    EXPECT_EQ(write(device()), Cancelled);
-    EXPECT_LT(writer.endOfWritten(), 4500);
-    EXPECT_EQ(project().GetTrackCount(), 1);
-    EXPECT_EQ(writer.openHandles(), 0);
+    for (const int mode : {AudioProject::discAtOnce, AudioProject::trackAtOnce}) {
+        writer.insert(EmulatedWriter::Disc::BlankCd);
+        project().SetWriteMode(mode);
+        QElapsedTimer sinceAbort;
+        onProgress = [&](DiscStage stage) {
+            if (stage == Writing && !sinceAbort.isValid()) {
+                sinceAbort.start();
+                project().AbortWrite();
+            }
+        };
+        EXPECT_EQ(write(device()), Cancelled);
+        EXPECT_LT(sinceAbort.elapsed(), aSecond);
+        EXPECT_EQ(project().GetTrackCount(), 1);
+        EXPECT_TRUE(eventually([this] { return writer.openHandles() == 0; }));
+        EXPECT_LT(writer.endOfWritten(), 4500);
+    }
 }
 
 TEST_F(EngineOnDrive, TellsWhatSpeaksAgainstADiscBeforeAnythingIsDecoded)
