@@ -51,6 +51,14 @@ QString shortened(const QString& path, const QFontMetrics& metrics, int room)
     return metrics.elidedText(path.mid(path.lastIndexOf(u'/') + 1), Qt::ElideMiddle, room);
 }
 
+QList<QIcon> fileImages()
+{
+    QList<QIcon> images;
+    for (const char* name : {"audio-x-wav", "audio-x-vorbis+ogg", "audio-mpeg", "audio-x-ms-wma"})
+        images << QIcon::fromTheme(QString::fromLatin1(name), QIcon::fromTheme(QStringLiteral("audio-x-generic")));
+    return images;
+}
+
 int marginOf(const QWidget* list)
 {
     return list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1;
@@ -92,6 +100,7 @@ void TrackListView::makeColumns()
         headerItem()->setData(i, Tag, QString::fromLatin1(columns[i].tag));
         header()->resizeSection(i, asPixels(firstTwips));
     }
+    imlAudioFiles = fileImages();
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QIcon>
+#include <QList>
 #include <QTreeWidget>
 
 /// The list of a disc's tracks: a row a track, in columns, of which one or none is selected. It is a picture and no
@@ -21,8 +23,12 @@ public:
 
     explicit TrackListView(QWidget* parent = nullptr);
 
-    /// Makes the columns anew, with none of the rows.
+    /// Makes the columns anew, with none of the rows, and attaches the images.
     void makeColumns();
+
+    /// Pictures that rows can have, by the numbers of the files' formats. No row takes one: the format has a
+    /// column.
+    const QList<QIcon>& images() const { return imlAudioFiles; }
 
     int rowCount() const;
 
@@ -42,4 +48,6 @@ protected:
 
 private:
     void fitColumns();
+
+    QList<QIcon> imlAudioFiles;
 };

@@ -66,6 +66,15 @@ struct ColumnRow
     const char* tag;
 };
 
+TEST_F(TheListOfTracks, HasAnImageForEachFormatAndShowsNone)
+{
+    EXPECT_EQ(list.images().size(), 4);
+    for (int column = 0; column < list.columnCount(); ++column)
+        EXPECT_TRUE(list.topLevelItem(0)->icon(column).isNull());
+    list.makeColumns();
+    EXPECT_EQ(list.images().size(), 4);
+}
+
 TEST_F(TheListOfTracks, HasFourColumnsWithWhatIsKeptWithThem)
 {
     constexpr ColumnRow columns[] = {{"Track", "NAME", "Stores the name of the item"},
