@@ -63,8 +63,10 @@ function(larkspin_library name)
 
     # Where several sources are built at once, all of a library's are.
     set_target_properties(${name} PROPERTIES UNITY_BUILD_BATCH_SIZE 0)
-    # Windows need not be quick to be watched.
-    if(LARKSPIN_SANITIZE AND NOT ARG_FOLDER MATCHES "^sound/")
+    # Windows need not be quick to be watched; what plays has to keep up with its output.
+    if(LARKSPIN_SANITIZE AND ARG_FOLDER MATCHES "^sound/")
+        target_compile_options(${name} PRIVATE -O2)
+    elseif(LARKSPIN_SANITIZE)
         target_compile_options(${name} PRIVATE -O0)
     endif()
 endfunction()
