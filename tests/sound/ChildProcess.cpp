@@ -1,6 +1,7 @@
 #include "sound/ChildProcess.h"
 
 #include <fcntl.h>
+#include <sched.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <QProcessEnvironment>
@@ -71,6 +72,13 @@ void ChildProcess::signal(int number) const
 {
     if (process > 0)
         kill(process, number);
+}
+
+void ChildProcess::makeUrgent() const
+{
+    const sched_param parameters{.sched_priority = 20};
+    if (process > 0)
+        sched_setscheduler(process, SCHED_RR, &parameters);
 }
 
 bool ChildProcess::succeeds()

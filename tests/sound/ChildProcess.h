@@ -26,6 +26,9 @@ public:
 
     void signal(int number) const;
 
+    /// Lets it go before ordinary programs and before this one's sound, where the system allows that.
+    void makeUrgent() const;
+
     /// Waits for its end; whether it ended by itself and was content.
     bool succeeds();
 

@@ -123,17 +123,22 @@ class Stage:
 
 
 class Recording:
-    """What comes out of the speakers, from now on. Its clock counts the frames that have come out."""
+    """What comes out of the speakers, from now on. Its clock counts the frames that have come out.
+
+    It is kept in memory: a disc would now and then hold up whoever plays.
+    """
 
     def __init__(self, stage):
         self._stage = stage
-        self._raw = tempfile.mkstemp(dir=stage.folder, suffix=".raw")[1]
-        with open(self._raw, "wb") as raw:
-            arguments = ["parec", "--device=speakers.monitor", f"--rate={RATE}", "--channels=2",
-                         "--format=float32le", "--raw", "--latency-msec=20"]
-            self._process = stage.processes.start("recording", arguments, stage.environment, urgent=True,
-                                                     stdout=raw)
+        self._raw = os.memfd_create("recording")
+        arguments = ["parec", "--device=speakers.monitor", f"--rate={RATE}", "--channels=2", "--format=float32le",
+                     "--raw", "--latency-msec=20"]
+        self._process = stage.processes.start("recording", arguments, stage.environment, urgent=True,
+                                              stdout=self._raw)
         wait_until(lambda: self.seconds() > 0, "the recording to begin")
+
+    def __del__(self):
+        os.close(self._raw)
 
     def seconds(self):
         if self._process.poll() is not None:
@@ -141,7 +146,16 @@ class Recording:
         return self._frames() / RATE
 
     def _frames(self):
-        return os.path.getsize(self._raw) // FRAME_BYTES
+        return os.fstat(self._raw).st_size // FRAME_BYTES
+
+    def _read(self, first, count):
+        """So many frames; the system hands over no more than two gigabytes at once."""
+        parts = []
+        place, end = first * FRAME_BYTES, (first + count) * FRAME_BYTES
+        while place < end:
+            parts.append(os.pread(self._raw, end - place, place))
+            place += len(parts[-1])
+        return b"".join(parts)
 
     def wait(self, seconds):
         """Lets so much more come out of the speakers."""
@@ -150,11 +164,9 @@ class Recording:
 
     def samples(self, seconds):
         """The last samples that came out, both channels by turns."""
-        count = int(seconds * RATE) * FRAME_BYTES
-        with open(self._raw, "rb") as raw:
-            size = self._frames() * FRAME_BYTES
-            raw.seek(max(0, size - count))
-            return memoryview(raw.read(min(size, count))).cast("f")
+        frames = self._frames()
+        count = min(frames, int(seconds * RATE))
+        return memoryview(self._read(frames - count, count)).cast("f")
 
     def loudest(self, seconds):
         return max(map(abs, self.samples(seconds)), default=0.0)
@@ -173,8 +185,7 @@ class Recording:
 
     def all(self):
         """The bytes of all frames so far, floats of both channels by turns."""
-        with open(self._raw, "rb") as raw:
-            return raw.read(self._frames() * FRAME_BYTES)
+        return self._read(0, self._frames())
 
     def save(self, path):
         """Writes all of it as a WAV file of floats, to the bit what came out."""

@@ -66,6 +66,7 @@ bool PrivatePulse::start()
         QStringLiteral("module-null-sink sink_name=speakers rate=%1 format=float32le norewinds=1").arg(rate.hertz)};
     server =
         std::make_unique<ChildProcess>("pulseaudio", arguments, environment, "", "", folder.filePath("server.log"));
+    server->makeUrgent();
     return waitUntil([&] {
         return ChildProcess("pactl", {"get-sink-volume", "speakers"}, environment, "", "", "").succeeds();
     });
@@ -98,6 +99,7 @@ bool PrivatePulse::startRecording()
         "--channels=2", "--latency-msec=10"};
     recorder = std::make_unique<ChildProcess>("parec", arguments, privateEnvironment(folder.path()), "",
                                               recordingPath(), "");
+    recorder->makeUrgent();
     return waitForFrames(1);
 }
 

@@ -1,5 +1,6 @@
 #include "sound/device/SystemOutput.h"
 
+#include "sound/RealTimeMain.h"
 #include "sound/device/PrivatePulse.h"
 
 #include <gtest/gtest.h>
@@ -32,6 +33,7 @@ std::vector<float> noise(std::size_t frames)
 std::int64_t playUntil(SystemOutput& output, const std::vector<float>& samples,
                        const std::function<bool(std::int64_t)>& until)
 {
+    const UrgentHere urgent;
     const Clock::time_point begun = Clock::now();
     std::int64_t written = 0;
     const auto frames = static_cast<std::int64_t>(samples.size() / 2);
@@ -121,3 +123,8 @@ TEST(SystemOutputTest, AServerThatDiesAndComesBackIsSurvivedAndUsedAgain)
 }
 
 }  // namespace
+
+int main(int argc, char** argv)
+{
+    return sound::test::runRealTimeTests(argc, argv);
+}

@@ -1,6 +1,7 @@
 // The player engine on the sound server: what the server plays is recorded and compared with theory.
 
 #include "sound/Eventually.h"
+#include "sound/RealTimeMain.h"
 #include "sound/Signals.h"
 #include "sound/SoundFiles.h"
 #include "sound/device/PrivatePulse.h"
@@ -157,6 +158,5 @@ TEST_F(HeardTest, ThePositionIsThatOfTheSoundThatIsHeardNow)
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    ::testing::InitGoogleMock(&argc, argv);
-    return RUN_ALL_TESTS();
+    return sound::test::runRealTimeTests(argc, argv);
 }

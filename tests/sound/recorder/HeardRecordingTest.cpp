@@ -3,6 +3,7 @@
 #include "sound/recorder/SoundRecorderEngine.h"
 
 #include "sound/Eventually.h"
+#include "sound/RealTimeMain.h"
 #include "sound/Signals.h"
 #include "sound/SoundFiles.h"
 #include "sound/device/PrivatePulse.h"
@@ -376,6 +377,5 @@ TEST_F(HeardRecordingTest, TheReplayIsHeardBitForBitAndItsEndTold)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    ::testing::InitGoogleMock(&argc, argv);
-    return RUN_ALL_TESTS();
+    return sound::test::runRealTimeTests(argc, argv);
 }
