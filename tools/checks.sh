@@ -60,7 +60,7 @@ pass() {
     local preset=$1 lanes=$2
     shift 2
     note "Testing: $preset"
-    ctest --preset "$preset" --label-regex real-time --output-on-failure -j "$((3 * jobs))"
+    ctest --preset "$preset" --label-regex real-time --output-on-failure -j "$((2 * jobs))"
     ctest --preset "$preset" "$@" --output-on-failure -j "$lanes"
 }
 
