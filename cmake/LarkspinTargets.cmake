@@ -19,6 +19,12 @@ if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE RelWithDebInfo)
 endif()
 
+# Every test is a program of its own, so that linking takes its share.
+find_program(MOLD mold)
+if(MOLD)
+    add_link_options(-fuse-ld=mold)
+endif()
+
 find_program(CCACHE ccache)
 if(CCACHE)
     # Without this it takes no object that was made with a precompiled header.
@@ -71,12 +77,9 @@ function(larkspin_library name)
     endif()
 endfunction()
 
-# For tests of windows, which are mostly the code that their mocks expand to.
+# For tests, which are mostly the code that their mocks and their cases expand to.
 function(larkspin_compile_quickly target)
     target_compile_options(${target} PRIVATE -O0 -fpch-preprocess)
-    if(LARKSPIN_SANITIZE MATCHES "address")
-        target_compile_options(${target} PRIVATE -fno-sanitize=address)
-    endif()
 endfunction()
 
 # larkspin_test(name SOURCES ... CALLS ... [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])
@@ -85,9 +88,8 @@ endfunction()
 # One test program of GoogleTest cases, run by ctest as a whole. Every source is named: nothing is globbed. The second
 # form runs another test's program once more, in another environment.
 #
-# Tests of windows are mostly the code that their mocks expand to. They are compiled quickly, not to be quick: not
-# optimized, and with the headers that all of them take read once. Those of sounds have such headers too; they are
-# optimized, for they reckon.
+# They are compiled quickly, not to be quick: not optimized, and with the headers that all of them take read once. What
+# reckons for many of them stands in libraries, which are optimized.
 function(larkspin_test name)
     cmake_parse_arguments(ARG "" "TIMEOUT;SAME_AS" "SOURCES;CALLS;LABELS;ENVIRONMENT" ${ARGN})
     if(NOT ARG_TIMEOUT)
@@ -107,7 +109,7 @@ function(larkspin_test name)
         else()
             set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
             if("sound" IN_LIST ARG_LABELS)
-                target_compile_options(${name} PRIVATE -fpch-preprocess)
+                larkspin_compile_quickly(${name})
                 target_precompile_headers(${name} REUSE_FROM sound_test_headers)
             endif()
         endif()

@@ -64,12 +64,40 @@ pass() {
     ctest --preset "$preset" "$@" --output-on-failure -j "$lanes"
 }
 
-# test_under_sanitizers PRESET LABELS WITHOUT: builds the tests with these labels and without that one, and what they
-# need; nothing else of the program.
-test_under_sanitizers() {
+# build_tests PRESET [CTEST'S CHOICE...]: these, and what they need; nothing else of the program.
+build_tests() {
     local preset=$1 tests
+    shift
     configure "$preset"
-    mapfile -t tests < <(tests_of "$preset" --label-regex "$2" --label-exclude "$3")
-    build "$preset" "${tests[@]}"
-    pass "$preset" "$jobs" --label-regex "$2" --label-exclude "real-time|$3"
+    mapfile -t tests < <(tests_of "$preset" "$@")
+    timed build "$preset" "${tests[@]}"
+}
+
+build_the_rest() {
+    build_tests asan --label-regex 'unit|sound'
+    build_tests tsan --label-regex 'sound' --label-exclude 'one-thread|same-threads'
+    timed check_tidy
+}
+
+# meanwhile FUNCTION: begins it and returns. It takes only what processors are left over, and is ended with this script.
+meanwhile() {
+    meanwhile_log=build/meanwhile.log
+    set -m
+    (
+        trap - EXIT
+        chrt --idle --pid 0 "$BASHPID"
+        "$@"
+    ) >"$meanwhile_log" 2>&1 </dev/null &
+    set +m
+    meanwhile_group=$!
+    trap 'kill -- -"$meanwhile_group" 2>/dev/null' EXIT
+}
+
+# Waits for it, and shows what it has said.
+finish_meanwhile() {
+    local result=0
+    wait "$meanwhile_group" || result=$?
+    trap - EXIT
+    cat "$meanwhile_log"
+    return "$result"
 }

@@ -11,7 +11,7 @@ build_packages=(
     librubberband-dev libsoxr-dev libfftw3-dev libpulse-dev
     libcdio-dev libcdio-cdda-dev libcdio-paranoia-dev
     libmp3lame-dev libburn-dev
-    libgtest-dev libgmock-dev libbenchmark-dev
+    libgtest-dev libgmock-dev libbenchmark-dev mold
     fp-utils
 )
 
