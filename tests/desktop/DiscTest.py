@@ -58,20 +58,23 @@ class DiscTest(DesktopTest):
         self.player.answer_file_dialog(DIALOG, " ".join(f'"{name}"' for name in names))
         self.player.wait_for_window(WRITER)
 
-    def says(self, text):
-        return any(item.get_name().startswith(text) for item in self.player.showing())
-
     def confirm(self, text):
-        wait_until(lambda: self.says(text), text, 60)
+        wait_until(lambda: self.player.says(text), text, 60)
         self.stage.screenshot(os.path.join(self.results, "told.png"))
         self.player.press("Return")
-        wait_until(lambda: not self.says(text), "the message to go")
+        wait_until(lambda: not self.player.says(text), "the message to go")
         self.player.wait_for_window(WRITER)
 
     def write(self):
         self.player.click("Write audio disc", "push button")
         self.confirm("Writing is complete!")
-        self.assertTrue(self.says("Status : Idle"))
+        self.assertTrue(self.player.says("Status : Idle"))
+
+    def begin_slow_write(self):
+        self.add("slow.wav")
+        status = self.player.status("Status : Idle")
+        self.player.click("Write audio disc", "push button")
+        wait_until(lambda: status().startswith("Caching Image... Track# 01"), "the write")
 
     def written(self):
         return sorted(os.listdir(self.folder)) if os.path.isdir(self.folder) else []
@@ -84,7 +87,7 @@ class DiscTest(DesktopTest):
         self.open_writer()
         self.add("two.mp3", "three.wma", "last.wav")
         self.add("one.wav")  # nothing is selected: to the top
-        wait_until(lambda: self.says("4 Audio Tracks"), "the tracks")
+        wait_until(lambda: self.player.says("4 Audio Tracks"), "the tracks")
         self.stage.screenshot(os.path.join(self.results, "tracks.png"))
         self.write()
 
@@ -130,21 +133,17 @@ class DiscTest(DesktopTest):
         wait_until(lambda: not self.player.shows("song.wav"), "the list to be empty")
 
         self.player.click("Test mode", "check box")
-        self.add("slow.wav")
-        self.player.click("Write audio disc", "push button")
-        wait_until(lambda: self.says("Caching Image... Track# 01") or self.says("Writing Image... Track# 01"), "the write")
+        self.begin_slow_write()
         self.player.press("alt+F4")  # is refused
         self.player.click("Cancel", "push button")
         self.confirm("Write Cancelled!")
         self.assertEqual(self.written(), [])
-        self.assertTrue(self.says("1 Audio Tracks"))
+        self.assertTrue(self.player.says("1 Audio Tracks"))
 
     def test_a_write_goes_on_when_the_main_window_is_closed(self):
         self.make_slow("slow.wav")
         self.open_writer()
-        self.add("slow.wav")
-        self.player.click("Write audio disc", "push button")
-        wait_until(lambda: self.says("Caching Image... Track# 01"), "the write")
+        self.begin_slow_write()
         self.player.activate()
         self.player.press("alt+F4")
         wait_until(lambda: not self.player.windows("^Larkspin$"), "the main window to go")
@@ -166,7 +165,7 @@ class DiscTest(DesktopTest):
         os.remove(os.path.join(self.home, "gone.wav"))
         self.player.click("Write audio disc", "push button")
         self.confirm("Source File Error: (")
-        self.assertTrue(self.says("Write Error!"))
+        self.assertTrue(self.player.says("Write Error!"))
         self.assertEqual(self.written(), [])
 
 

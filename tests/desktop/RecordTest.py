@@ -54,9 +54,6 @@ class RecordTest(DesktopTest):
                        stdin=subprocess.DEVNULL, check=True)
         return decoded
 
-    def says(self, text):
-        return any(item.get_name().startswith(text) for item in self.player.showing())
-
     def test_the_changed_sound_that_the_player_plays_is_recorded_as_mp3(self):
         self.load()
         self.player.set_value("Tempo in percent", -20)
@@ -67,7 +64,7 @@ class RecordTest(DesktopTest):
         self.record(9)
         self.stage.screenshot(os.path.join(self.results, "recording.png"))
         self.player.press("alt+s")
-        wait_until(lambda: self.says("00:00:00"), "the display to be back at its beginning")
+        wait_until(lambda: self.player.says("00:00:00"), "the display to be back at its beginning")
         self.assertRegex(self.recordings()[0], "^" + NAMED + "mp3$")
         found = measure(os.path.join(BUILD, "tools", "heard", "heard"), WAV, self.decode(self.the_recording()),
                         [("it", 0.5, 8.5, "pitch gaps")])["it"]
@@ -77,8 +74,8 @@ class RecordTest(DesktopTest):
 
         # And it is replayed: the player itself is silent by then.
         self.player.press("alt+p")
-        wait_until(lambda: not self.says("00:00:00"), "the display to run")
-        wait_until(lambda: self.says("00:00:00"), "the end of the replay", 20)
+        wait_until(lambda: not self.player.says("00:00:00"), "the display to run")
+        wait_until(lambda: self.player.says("00:00:00"), "the end of the replay", 20)
 
     def test_killed_it_leaves_what_was_recorded(self):
         self.open_recorder()
@@ -98,11 +95,11 @@ class RecordTest(DesktopTest):
         self.open_recorder()
         self.record(1)
         self.stage.run("pactl", "unload-module", module)
-        wait_until(lambda: self.says("00:00:00"), "the display to stop")
+        wait_until(lambda: self.player.says("00:00:00"), "the display to stop")
         whole = self.length(self.the_recording())
         self.assertGreater(whole, 1)
         self.player.press("alt+r")  # the source is still away
-        wait_until(lambda: self.says("00:00:00"), "the display to stop")
+        wait_until(lambda: self.player.says("00:00:00"), "the display to stop")
         self.assertEqual(self.length(self.the_recording()), whole)
 
     def test_the_tip_stands_before_the_recorder_until_it_is_switched_off(self):

@@ -44,9 +44,6 @@ class Saving(DesktopTest):
         self.folder = os.path.join(self.stage.environment["HOME"], "saved")
         os.makedirs(self.folder)
 
-    def says(self, beginning):
-        return any(item.get_name().startswith(beginning) for item in self.player.showing())
-
     def load_changed(self, seconds):
         """Loads so much of the track, in rounds, slower by a fifth and two semitones higher."""
         path = os.path.join(self.stage.environment["HOME"], "track.wav")
@@ -67,9 +64,9 @@ class Saving(DesktopTest):
         self.player.answer_file_dialog("^Save audio as", os.path.join(self.folder, name))
 
     def await_box(self, text):
-        wait_until(lambda: self.says(text), f"“{text}”", 60)
+        wait_until(lambda: self.player.says(text), f"“{text}”", 60)
         self.player.press("Return")
-        wait_until(lambda: not self.says(text), "the message to go")
+        wait_until(lambda: not self.player.says(text), "the message to go")
 
 
 class SaveTest(Saving):
@@ -118,7 +115,7 @@ class SaveTest(Saving):
     def test_closing_the_program_in_the_middle_leaves_nothing(self):
         self.load_changed(LONG)
         self.start_saving("slow.wav")
-        wait_until(lambda: self.says(EXPORTING), "the export")
+        wait_until(lambda: self.player.says(EXPORTING), "the export")
         self.assertEqual(self.player.close(), 0)
         self.assertEqual(os.listdir(self.folder), [])
 

@@ -37,15 +37,12 @@ class VocalTest(DesktopTest):
         self.player.answer_file_dialog("^Open audio", path or self.song)
         self.player.wait_for_window(REMOVER)
 
-    def says(self, text):
-        return any(item.get_name().startswith(text) for item in self.player.showing())
-
     def process(self):
         self.player.click("Process audio", "push button")
-        wait_until(lambda: self.says(DONE), "the message", 60)
+        wait_until(lambda: self.player.says(DONE), "the message", 60)
         self.stage.screenshot(os.path.join(self.results, "done.png"))
         self.player.press("Return")
-        wait_until(lambda: self.says("Status: Idle"), "the last status")
+        wait_until(lambda: self.player.says("Status: Idle"), "the last status")
 
     def judge(self, result):
         told = subprocess.run([VOCALMIX, "judge", STEMS, *self.mix, LOW, HIGH, result], check=True,
@@ -79,13 +76,13 @@ class VocalTest(DesktopTest):
         heard = self.stage.record()
         self.player.click("Play result", "push button")
         heard.wait_for_sound("the result")
-        wait_until(lambda: self.says("Status : Playing modified audio "), "the status")
+        wait_until(lambda: self.player.says("Status : Playing modified audio "), "the status")
         self.player.click("Stop", "push button")
         heard.wait_for_silence("the stop")
         self.player.click("Play source", "push button")
         heard.wait_for_sound("the source")
-        wait_until(lambda: self.says("Status : Playing source audio "), "the status")
-        wait_until(lambda: self.says("Status : Idle"), "the end of the stretch", 20)
+        wait_until(lambda: self.player.says("Status : Playing source audio "), "the status")
+        wait_until(lambda: self.player.says("Status : Idle"), "the end of the stretch", 20)
         heard.wait_for_silence("the end of the stretch")
         heard.stop()
 
@@ -95,16 +92,17 @@ class VocalTest(DesktopTest):
                        stdin=subprocess.DEVNULL, check=True)
         temporary = [os.path.join(self.recordings, name) for name in ["tmpWavIn.wav", "tmpWavOut.wav"]]
         moments = {
-            "loading": lambda: self.says("Status : Loading"),
+            "loading": lambda: status().startswith("Status : Loading"),
             "processing": lambda: os.path.exists(temporary[0]),
             "preparing": lambda: os.path.exists(temporary[1]),
-            "exporting": lambda: self.says("Status : Exporting"),
+            "exporting": lambda: status().startswith("Status : Exporting"),
         }
         for moment, has_come in moments.items():
             for path in filter(os.path.exists, temporary):
                 os.remove(path)
             self.open_remover()
             self.choose_song(long)
+            status = self.player.status("Status")
             self.player.click("Process audio", "push button")
             wait_until(has_come, moment, 60)
             self.player.press("alt+F4")
@@ -123,14 +121,14 @@ class VocalTest(DesktopTest):
         self.open_remover()
         self.choose_song(mono)
         self.player.click("Process audio", "push button")
-        wait_until(lambda: self.says("File could not be prepared for export."), "the message", 60)
+        wait_until(lambda: self.player.says("File could not be prepared for export."), "the message", 60)
         self.player.press("Return")
 
         self.choose_song()
         os.remove(self.song)
         for button in ["Process audio", "Play result"]:
             self.player.act(button, "push button")  # returns when the command has
-        self.assertFalse(self.says("File could"))
+        self.assertFalse(self.player.says("File could"))
         self.assertFalse(os.path.exists(self.result))
         self.assertTrue(self.player.is_running())
 

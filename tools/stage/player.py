@@ -194,6 +194,21 @@ class Player:
             if shown:
                 yield item
 
+    def says(self, beginning):
+        return any(item.get_name().startswith(beginning) for item in self.showing())
+
+    def status(self, beginning):
+        """A text that begins so now, as a function that tells what it has become: quicker than the whole tree is walked,
+        for what is soon over."""
+        item = wait_until(lambda: next((item for item in self.showing() if item.get_name().startswith(beginning)), None),
+                          f"the status “{beginning}”")
+
+        def now():
+            item.clear_cache()
+            return item.get_name()
+
+        return now
+
     # What a screen reader does with it
 
     def act(self, name, role):
