@@ -37,13 +37,13 @@ check_every_test_is_built() {
     return $forgotten
 }
 
-# check_tidy JOBS: over all sources of the program and its tools, as the release build takes them: many at once, since most
-# of the work is the headers. There one source includes the others, which nowhere else is meant.
+# Over all sources of the program and its tools, as the address sanitizer's build takes them: many at once, since most of
+# the work is the headers. There one source includes the others, which nowhere else is meant.
 check_tidy() {
     note "clang-tidy"
-    sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' build/release/compile_commands.json |
-        grep -E "^$PWD/(build/release/)?(src|tools)/" | grep -v mocs_compilation | tr '\n' '\0' |
-        xargs -0 -n 1 -P "$1" clang-tidy-14 --quiet -p build/release --checks=-bugprone-suspicious-include \
+    sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' build/asan/compile_commands.json |
+        grep -E "^$PWD/(build/asan/)?(src|tools)/" | grep -v mocs_compilation | tr '\n' '\0' |
+        xargs -0 -n 1 -P "$jobs" clang-tidy-14 --quiet -p build/asan --checks=-bugprone-suspicious-include \
             --extra-arg=-Wno-everything 2>/dev/null
 }
 
@@ -64,40 +64,12 @@ pass() {
     ctest --preset "$preset" "$@" --output-on-failure -j "$lanes"
 }
 
-# build_tests PRESET JOBS [CTEST'S CHOICE...]: these, and what they need; nothing else of the program.
-build_tests() {
-    local preset=$1 jobs=$2 tests
-    shift 2
+# test_under_sanitizers PRESET LABELS WITHOUT: builds the tests with these labels and without that one, and what they
+# need; nothing else of the program.
+test_under_sanitizers() {
+    local preset=$1 tests
     configure "$preset"
-    mapfile -t tests < <(tests_of "$preset" "$@")
-    timed build "$preset" "${tests[@]}"
-}
-
-# One after the other: half of two processors is left to what is tested meanwhile.
-tidy_and_build_tests_of_threads() {
-    build_tests tsan 1 --label-regex 'sound' --label-exclude 'one-thread|same-threads'
-    timed check_tidy 1
-}
-
-# meanwhile FUNCTION: begins it and returns. It takes only what processors are left over, and is ended with this script.
-meanwhile() {
-    meanwhile_log=build/meanwhile.log
-    set -m
-    (
-        trap - EXIT
-        chrt --idle --pid 0 "$BASHPID"
-        "$@"
-    ) >"$meanwhile_log" 2>&1 </dev/null &
-    set +m
-    meanwhile_group=$!
-    trap 'kill -- -"$meanwhile_group" 2>/dev/null' EXIT
-}
-
-# Waits for it, and shows what it has said.
-finish_meanwhile() {
-    local result=0
-    wait "$meanwhile_group" || result=$?
-    trap - EXIT
-    cat "$meanwhile_log"
-    return "$result"
+    mapfile -t tests < <(tests_of "$preset" --label-regex "$2" --label-exclude "$3")
+    build "$preset" "${tests[@]}"
+    pass "$preset" "$jobs" --label-regex "$2" --label-exclude "real-time|$3"
 }

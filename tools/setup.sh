@@ -67,7 +67,7 @@ configure() {
     }
 }
 
-# build PRESET [TARGET...]: so many at once as `jobs` says, if it does.
+# build PRESET [TARGET...]
 build() {
     local preset=$1 quiet=--quiet
     shift
@@ -76,5 +76,5 @@ build() {
     fi
     note "Building: $preset"
     configure "$preset"
-    cmake --build "build/$preset" ${1:+--target "$@"} -- $quiet ${jobs:+-j "$jobs"}
+    cmake --build "build/$preset" ${1:+--target "$@"} -- $quiet
 }
