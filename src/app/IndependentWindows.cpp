@@ -115,3 +115,5 @@ void IndependentWindows::showDiscWriter()
     writer->Load();
     windows.show<frmAudioCDBurn>([&writer] { return writer.release(); });
 }
+
+#include "moc_IndependentWindows.cpp"

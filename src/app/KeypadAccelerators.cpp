@@ -76,3 +76,5 @@ bool KeypadAccelerators::windowTakesKeys() const
     const bool edits = text && !text->isReadOnly();
     return QApplication::activeWindow() == &window && !QApplication::activePopupWidget() && !edits;
 }
+
+#include "moc_KeypadAccelerators.cpp"

@@ -54,3 +54,5 @@ void MainMenu::giveAccelerator(QAction* action, const QKeySequence& accelerator)
         action->setShortcutContext(Qt::WidgetShortcut);
     taken << accelerator;
 }
+
+#include "moc_MainMenu.cpp"

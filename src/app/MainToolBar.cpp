@@ -55,3 +55,5 @@ QToolButton* MainToolBar::add(const char* name, const char* icon, const QString&
     addWidget(button);
     return button;
 }
+
+#include "moc_MainToolBar.cpp"

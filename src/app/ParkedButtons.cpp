@@ -25,3 +25,5 @@ QToolButton* ParkedButtons::add(const char* name, const char* icon)
     button->setIcon(QIcon::fromTheme(icon));
     return button;
 }
+
+#include "moc_ParkedButtons.cpp"

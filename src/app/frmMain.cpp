@@ -332,3 +332,5 @@ QString frmMain::pathFile() const
 {
     return surroundings.applicationFolder + QStringLiteral("/path.pms");
 }
+
+#include "moc_frmMain.cpp"

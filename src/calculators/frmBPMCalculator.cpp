@@ -113,3 +113,5 @@ void frmBPMCalculator::cmdApplyBpm_Click()
         msgBox.show(tr("Tempo change is out of slider range."), MsgBox::Look::Exclamation);
     close();
 }
+
+#include "moc_frmBPMCalculator.cpp"

@@ -67,3 +67,5 @@ void frmKeyCalc::cmdTransposeDown_Click()
     sldPitchSemi.stepOrRefuse(-DownSemitones);
     close();
 }
+
+#include "moc_frmKeyCalc.cpp"

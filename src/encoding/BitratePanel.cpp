@@ -36,3 +36,5 @@ void BitratePanel::cmbPriority_Click()
 {
     LameEncoderX1.Priority(ui->cmbPriority->listIndex());
 }
+
+#include "moc_BitratePanel.cpp"

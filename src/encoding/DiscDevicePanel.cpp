@@ -99,3 +99,5 @@ bool DiscDevicePanel::hasUnderrunProtection() const
 {
     return state.Device != nullptr && state.Device->GetCapability(DiscDevice::underrunProtection);
 }
+
+#include "moc_DiscDevicePanel.cpp"

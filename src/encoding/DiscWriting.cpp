@@ -140,3 +140,5 @@ void DiscWriting::AudioBurner_WriteError(const DiscWriteError& error)
 {
     parts.msgBox.show(FormatWriteError(error), MsgBox::Look::Critical);
 }
+
+#include "moc_DiscWriting.cpp"

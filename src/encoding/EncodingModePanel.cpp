@@ -34,3 +34,5 @@ void EncodingModePanel::optMode_Click(int index)
 {
     LameEncoderX1.Mode(static_cast<short>(index));
 }
+
+#include "moc_EncodingModePanel.cpp"

@@ -89,3 +89,5 @@ void EncodingPanel::tmrFinish_Timer()
     ui->Label8->clear();
     tmrFinish->stop();
 }
+
+#include "moc_EncodingPanel.cpp"

@@ -27,3 +27,5 @@ MiscPropertiesPanel::MiscPropertiesPanel(Mp3EncoderEngine& LameEncoderX1, QWidge
 }
 
 MiscPropertiesPanel::~MiscPropertiesPanel() = default;
+
+#include "moc_MiscPropertiesPanel.cpp"

@@ -200,3 +200,5 @@ void TrackListPanel::rebuildRows()
     ui->lvwAudioTracks->clearRows();
     RefreshTrackList();
 }
+
+#include "moc_TrackListPanel.cpp"

@@ -176,3 +176,5 @@ void TrackListView::mousePressEvent(QMouseEvent* event)
         clearSelection();
     QTreeWidget::mousePressEvent(event);
 }
+
+#include "moc_TrackListView.cpp"

@@ -46,3 +46,5 @@ void VariableBitratePanel::cmbMaxVBRRate_Click()
 {
     LameEncoderX1.MaxVbrBitrate(chosenNumber(*ui->cmbMaxVBRRate));
 }
+
+#include "moc_VariableBitratePanel.cpp"

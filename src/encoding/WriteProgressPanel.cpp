@@ -37,3 +37,5 @@ void WriteProgressPanel::setCancelEnabled(bool enabled)
 {
     ui->cmdCancel->setEnabled(enabled);
 }
+
+#include "moc_WriteProgressPanel.cpp"

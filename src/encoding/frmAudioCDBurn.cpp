@@ -70,3 +70,5 @@ void frmAudioCDBurn::keyPressEvent(QKeyEvent* event)
     else
         QDialog::keyPressEvent(event);
 }
+
+#include "moc_frmAudioCDBurn.cpp"

@@ -123,3 +123,5 @@ void frmMP3Options::setHeight(int wanted)
     if (isVisible() && frameGeometry().bottom() > room.bottom())
         move(x(), std::max(room.bottom() + 1 - frameGeometry().height(), room.top()));
 }
+
+#include "moc_frmMP3Options.cpp"

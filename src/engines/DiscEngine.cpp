@@ -6,3 +6,5 @@
 AudioProject::~AudioProject() = default;
 DiscDevice::~DiscDevice() = default;
 DiscEngine::~DiscEngine() = default;
+
+#include "moc_DiscEngine.cpp"

@@ -2,3 +2,5 @@
 
 EditorEffects::~EditorEffects() = default;
 EditorEngine::~EditorEngine() = default;
+
+#include "moc_EditorEngine.cpp"

@@ -2,3 +2,5 @@
 
 VuMeterControl::~VuMeterControl() = default;
 PlayerEngine::~PlayerEngine() = default;
+
+#include "moc_PlayerEngine.cpp"

@@ -10,3 +10,5 @@ RecorderBarMeters::~RecorderBarMeters() = default;
 RecorderVuMeter::~RecorderVuMeter() = default;
 RecordedSound::~RecordedSound() = default;
 RecorderEngine::~RecorderEngine() = default;
+
+#include "moc_RecorderEngine.cpp"

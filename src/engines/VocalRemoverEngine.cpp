@@ -2,3 +2,5 @@
 
 VocalRemoverEngine::~VocalRemoverEngine() = default;
 VocalRemoverExtendedEngine::~VocalRemoverExtendedEngine() = default;
+
+#include "moc_VocalRemoverEngine.cpp"

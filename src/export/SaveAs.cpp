@@ -175,3 +175,5 @@ void SaveAs::Editor_ExportDone()
     lblWavExportStatus.clear();
     msgBox.show(QStringLiteral("File successfully created."), MsgBox::Look::Information);
 }
+
+#include "moc_SaveAs.cpp"

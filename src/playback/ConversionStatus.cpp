@@ -31,3 +31,5 @@ void ConversionStatus::SoundTouch_ConversionDone(short, int success)
         QStringLiteral("Sound export failed.\n") + modActiveSoundErrDesc::description(SoundTouch.LastError()),
         MsgBox::Look::Critical);
 }
+
+#include "moc_ConversionStatus.cpp"

@@ -120,3 +120,5 @@ void EqualizerPanel::cmdSaveEQPreset_Click()
     if (SoundTouch.SaveEqualizerFile(0, path) != 0)
         msgBox.show(QStringLiteral("Cannot save file ") + path, MsgBox::Look::Plain);
 }
+
+#include "moc_EqualizerPanel.cpp"

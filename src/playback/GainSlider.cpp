@@ -24,3 +24,5 @@ void GainSlider::paintEvent(QPaintEvent* event)
     painter.end();
     Slider::paintEvent(event);
 }
+
+#include "moc_GainSlider.cpp"

@@ -151,3 +151,5 @@ int LevelPanel::fadingInterval() const
 {
     return leadingNumber(ui->txtFadeInt->text());
 }
+
+#include "moc_LevelPanel.cpp"

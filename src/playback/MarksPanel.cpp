@@ -108,3 +108,5 @@ void MarksPanel::playFrom(int index)
     SoundTouch.SeekSound(0, ParseTimeText(ui->lstMark->itemText(index)));
     SoundTouch.PlaySound(0);
 }
+
+#include "moc_MarksPanel.cpp"

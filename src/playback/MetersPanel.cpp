@@ -39,3 +39,5 @@ void MetersPanel::VuPeaks(short, short left, short right)
     VuBarLeft->SetBarValue(left);
     VuBarRight->SetBarValue(right);
 }
+
+#include "moc_MetersPanel.cpp"

@@ -96,3 +96,5 @@ void PlaylistPanel::showListMenu(const QPoint& point)
 {
     mnuList->popup(ui->lstAudio->viewport()->mapToGlobal(point));
 }
+
+#include "moc_PlaylistPanel.cpp"

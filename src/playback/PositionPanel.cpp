@@ -227,3 +227,5 @@ void PositionPanel::cmdLoopWindowForward_Click()
     ui->sldEndLoop->setValue(ui->sldEndLoop->value() + 1);
     ui->sldBeginLoop->setValue(ui->sldBeginLoop->value() + 1);
 }
+
+#include "moc_PositionPanel.cpp"

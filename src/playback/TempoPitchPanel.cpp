@@ -132,3 +132,5 @@ void TempoPitchPanel::cmdResetAll_Click()
     ui->sldSpeed->setValue(0);
     ui->sldTempo->setValue(0);
 }
+
+#include "moc_TempoPitchPanel.cpp"

@@ -82,3 +82,5 @@ void TransportPanel::cmdFForward_Click()
     if (before <= last - jumpMs)
         SoundTouch.SeekSound(0, before + jumpMs);
 }
+
+#include "moc_TransportPanel.cpp"

@@ -158,3 +158,5 @@ void AudioFormatPanel::writeBitrate(const RecordingFormat& format)
         break;
     }
 }
+
+#include "moc_AudioFormatPanel.cpp"

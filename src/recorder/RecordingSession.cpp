@@ -101,3 +101,5 @@ QString RecordingSession::FormatElapsed(int milliseconds) const
     return twoDigits(minutes) + u':' + twoDigits(seconds) + u':' + QString::number(tenths) +
            QString::number(running);
 }
+
+#include "moc_RecordingSession.cpp"

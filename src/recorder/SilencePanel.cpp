@@ -187,3 +187,5 @@ bool SilencePanel::splitsOnSilence() const
 {
     return ui->chkSilenceActions->isChecked() && ui->optSplitOnSilence->isChecked();
 }
+
+#include "moc_SilencePanel.cpp"

@@ -111,3 +111,5 @@ short SoundCardPanel::input() const
 {
     return static_cast<short>(ui->ComboRecordingInput->listIndex());
 }
+
+#include "moc_SoundCardPanel.cpp"

@@ -247,3 +247,5 @@ void frmRecording::setHeight(int wanted)
     ui->rows->activate();  // what was shown or hidden just now counts
     resize(width(), wanted);
 }
+
+#include "moc_frmRecording.cpp"

@@ -31,3 +31,5 @@ void frmRecordingTip::chkLoadTipsAtStartup_Click()
 {
     settings.SaveSetting("Options", "Show RecordingTip", ui->chkLoadTipsAtStartup->isChecked() ? "1" : "0");
 }
+
+#include "moc_frmRecordingTip.cpp"

@@ -38,3 +38,5 @@ bool IconTheme::eventFilter(QObject* watched, QEvent* event)
         chooseFallbackTheme();
     return QObject::eventFilter(watched, event);
 }
+
+#include "moc_IconTheme.cpp"

@@ -118,3 +118,5 @@ void TipOfDay::MyButton1_Click()
     ui->Label2->setText(QString::number(place.number));
     ui->LblTip->setText(tip(place.number));
 }
+
+#include "moc_TipOfDay.cpp"

@@ -32,3 +32,5 @@ void frmAbout::StartSysInfo()
 {
     msgBox.show(tr("System Information Is Unavailable At This Time"), MsgBox::Look::Plain);
 }
+
+#include "moc_frmAbout.cpp"

@@ -74,3 +74,5 @@ void frmSplash::Timer1_Timer()
     constexpr int standstill = 10;
     ui->ProgressBar->setValue(standstill > ui->ProgressBar->Max() ? ui->ProgressBar->Min() : standstill);
 }
+
+#include "moc_frmSplash.cpp"

@@ -87,3 +87,5 @@ void FilesPanel::nameOutputAfter(const QString& path)
     ui->txtOutputAudio->setText(nameWithoutVocals(path));
     SelectOutputFormat(outputFile(), Editor.EncodeFormats());
 }
+
+#include "moc_FilesPanel.cpp"

@@ -86,3 +86,5 @@ void FilterPanel::cmdResetGain_Click()
 {
     ui->sldGain->setValue(usualGain);
 }
+
+#include "moc_FilterPanel.cpp"

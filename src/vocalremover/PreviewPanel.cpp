@@ -77,3 +77,5 @@ void PreviewPanel::putDuration(int seconds)
 {
     ui->lblPreviewDuration->setText(QStringLiteral("%1").arg(seconds, 2, 10, QLatin1Char('0')));
 }
+
+#include "moc_PreviewPanel.cpp"

@@ -82,3 +82,5 @@ void RemoverStatus::Editor_ExportPercent(short percent)
 {
     tellPercent(QStringLiteral("Status : Exporting : "), percent);
 }
+
+#include "moc_RemoverStatus.cpp"

@@ -41,3 +41,5 @@ void VocalPositionPanel::cmdResetPan_Click()
 {
     ui->sldVocalPan->setValue(usualPan);
 }
+
+#include "moc_VocalPositionPanel.cpp"

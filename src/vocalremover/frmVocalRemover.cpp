@@ -153,3 +153,5 @@ void frmVocalRemover::inputChosen()
     if (engines.Player->LoadSoundForExport(SourcePlayer, files->inputFile()) == 0)
         preview->setUpPosition(*engines.Player);
 }
+
+#include "moc_frmVocalRemover.cpp"

@@ -24,7 +24,10 @@ public:
 
 private:
     PcmReader(const AvInput& input, ByteRange samples, PcmForm form);
-    std::size_t frameSize() const { return static_cast<std::size_t>(bytesPerSample(form) * channelCount); }
+    std::size_t frameSize() const
+    {
+        return static_cast<std::size_t>(bytesPerSample(form)) * static_cast<std::size_t>(channelCount);
+    }
 
     std::shared_ptr<const RegularFile> file;
     SampleRate frameRate;

@@ -500,3 +500,5 @@ void SoundPlayerEngine::pollExport(short player, Slot& slot)
 }
 
 }  // namespace sound
+
+#include "moc_SoundPlayerEngine.cpp"

@@ -275,3 +275,5 @@ void SoundRecorderEngine::StopRecordedSound()
 }
 
 }  // namespace sound
+
+#include "moc_SoundRecorderEngine.cpp"

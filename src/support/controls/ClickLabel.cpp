@@ -18,3 +18,5 @@ void ClickLabel::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
         emit Click();
 }
+
+#include "moc_ClickLabel.cpp"

@@ -59,3 +59,5 @@ void ComboBox::wheelEvent(QWheelEvent* event)
     reported = false;
     QComboBox::wheelEvent(event);
 }
+
+#include "moc_ComboBox.cpp"

@@ -47,3 +47,5 @@ QString ElidedLabel::shownText() const
     line.replace(u'\n', u' ').replace(u'\r', u' ');
     return fontMetrics().elidedText(line, Qt::ElideMiddle, width());
 }
+
+#include "moc_ElidedLabel.cpp"

@@ -131,3 +131,5 @@ double LevelBar::share() const
     const qint64 range = qint64{highest} - lowest;
     return range == 0 ? 0 : static_cast<double>(qint64{held} - lowest) / static_cast<double>(range);
 }
+
+#include "moc_LevelBar.cpp"

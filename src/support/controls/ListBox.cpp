@@ -210,3 +210,5 @@ void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelect
     if (!movingSelection && !selected.isEmpty())
         emit Click();
 }
+
+#include "moc_ListBox.cpp"

@@ -152,3 +152,5 @@ void ReadOut::placeCharacters()
         left += characterWidth;
     }
 }
+
+#include "moc_ReadOut.cpp"

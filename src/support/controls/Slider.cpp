@@ -187,3 +187,5 @@ int Slider::valueAt(int place) const
     return QStyle::sliderValueFromPosition(minimum(), maximum(), place - first - length / 2, span,
                                            option.upsideDown);
 }
+
+#include "moc_Slider.cpp"

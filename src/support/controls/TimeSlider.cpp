@@ -74,3 +74,5 @@ void TimeSlider::turnWheel(int units)
     Slider::turnWheel(units);
     emit MouseUp();
 }
+
+#include "moc_TimeSlider.cpp"

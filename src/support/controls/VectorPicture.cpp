@@ -33,3 +33,5 @@ void VectorPicture::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     drawing->render(&painter, rect());
 }
+
+#include "moc_VectorPicture.cpp"

@@ -250,3 +250,5 @@ QRect XP_ProgressBar::part(int begin, int end, int first, int last) const
     return orientation == 0 ? QRect(begin, first, end - begin, last - first)
                             : QRect(first, begin, last - first, end - begin);
 }
+
+#include "moc_XP_ProgressBar.cpp"

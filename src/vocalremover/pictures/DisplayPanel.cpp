@@ -59,3 +59,5 @@ void DisplayPanel::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
     placePicture();
 }
+
+#include "moc_DisplayPanel.cpp"

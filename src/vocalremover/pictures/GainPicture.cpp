@@ -12,3 +12,5 @@ QRect GainPicture::activePart(const QRect& whole, const SliderState& slider) con
     const ActiveStretch columns = gainStretch(whole.left(), whole.width(), slider.value, slider.maximum);
     return {columns.firstPixel(), whole.top(), columns.pixels(), whole.height()};
 }
+
+#include "moc_GainPicture.cpp"

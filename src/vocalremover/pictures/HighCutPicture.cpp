@@ -13,3 +13,5 @@ QRect HighCutPicture::activePart(const QRect& whole, const SliderState& slider) 
     const ActiveStretch rows = highCutStretch(whole.top(), whole.height(), slider.value, slider.minimum);
     return {whole.left(), rows.firstPixel(), whole.width(), rows.pixels()};
 }
+
+#include "moc_HighCutPicture.cpp"

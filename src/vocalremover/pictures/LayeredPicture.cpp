@@ -91,3 +91,5 @@ void LayeredPicture::takeColours(const PictureColours& colours)
     active->setColours(coloured == Coloured::Active ? colours : grey);
     inactive->setColours(coloured == Coloured::Active ? grey : colours);
 }
+
+#include "moc_LayeredPicture.cpp"

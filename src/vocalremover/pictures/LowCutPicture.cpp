@@ -13,3 +13,5 @@ QRect LowCutPicture::activePart(const QRect& whole, const SliderState& slider) c
     const ActiveStretch rows = lowCutStretch(whole.top(), whole.height(), slider.value, slider.maximum);
     return {whole.left(), rows.firstPixel(), whole.width(), rows.pixels()};
 }
+
+#include "moc_LowCutPicture.cpp"

@@ -177,3 +177,5 @@ void PanDial::draw()
     };
     RotateImage(Picture2->image, S->pixmap(Qt::ReturnByValue).toImage(), rotation);
 }
+
+#include "moc_PanDial.cpp"
