@@ -12,12 +12,6 @@ namespace {
 
 using enum DiscStage;
 
-#ifdef LARKSPIN_SANITIZED
-constexpr int aSecond = 5000;  // not what a user has
-#else
-constexpr int aSecond = 1000;
-#endif
-
 /// The 16 bits of a WAV file, and the silence that makes it a track of so many sectors.
 EmulatedWriter::Bytes onDiscAs(const QString& file, int sectors)
 {

@@ -15,6 +15,13 @@
 
 namespace sound::test {
 
+// In milliseconds, as an abort may take.
+#ifdef LARKSPIN_SANITIZED
+inline constexpr int aSecond = 5000;  // not what a user has
+#else
+inline constexpr int aSecond = 1000;
+#endif
+
 struct ToldProgress
 {
     int total = 0;

@@ -12,12 +12,6 @@ namespace {
 
 using enum DiscStage;
 
-#ifdef LARKSPIN_SANITIZED
-constexpr int aSecond = 5000;  // not what a user has
-#else
-constexpr int aSecond = 1000;
-#endif
-
 /// The drive stops when the test lets it.
 class SlowDriveTest : public DiscEngineTest
 {
