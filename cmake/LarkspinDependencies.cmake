@@ -7,6 +7,7 @@ pkg_check_modules(FFmpeg REQUIRED IMPORTED_TARGET libavformat>=59 libavcodec>=59
 pkg_check_modules(RubberBand REQUIRED IMPORTED_TARGET rubberband>=3.1)
 pkg_check_modules(Soxr REQUIRED IMPORTED_TARGET soxr)
 pkg_check_modules(Fftw REQUIRED IMPORTED_TARGET fftw3f)
+pkg_check_modules(FftwDouble REQUIRED IMPORTED_TARGET fftw3)  # for what measures sounds
 pkg_check_modules(Pulse REQUIRED IMPORTED_TARGET libpulse)
 pkg_check_modules(Libburn REQUIRED IMPORTED_TARGET libburn-1>=1.5.4)
 pkg_check_modules(CdioParanoia REQUIRED IMPORTED_TARGET libcdio_paranoia libcdio_cdda libcdio)

@@ -19,7 +19,7 @@ std::vector<double> exactMono(const StereoSound& sound)
 
 Difference differenceOf(const StereoSound& stretch, const StereoSound& original)
 {
-    const std::vector<double> products = correlation(exactMono(original), exactMono(stretch));
+    const std::vector<double> products = Correlator(exactMono(original)).with(exactMono(stretch));
     const std::size_t places = original.frames() - std::min(original.frames(), stretch.frames()) + 1;
     const auto best = static_cast<std::size_t>(
         std::max_element(products.begin(), products.begin() + static_cast<std::ptrdiff_t>(places)) -

@@ -1,54 +1,49 @@
 #include "heard/Fourier.h"
 
+#include <fftw3.h>
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <numbers>
-#include <utility>
+#include <numeric>
 
 namespace heard {
 
 namespace {
 
-void sortByReversedBits(Spectrum& values)
+fftw_complex* numbersOf(Spectrum& values)
 {
-    for (std::size_t i = 1, reversed = 0; i < values.size(); ++i) {
-        std::size_t bit = values.size() >> 1;
-        for (; (reversed & bit) != 0; bit >>= 1) {
-            reversed ^= bit;
-        }
-        reversed ^= bit;
-        if (i < reversed) {
-            std::swap(values[i], values[reversed]);
-        }
-    }
+    return reinterpret_cast<fftw_complex*>(values.data());  // which FFTW promises to be the same
 }
 
 }  // namespace
 
-FourierTransform::FourierTransform(std::size_t size)
-    : turns(size / 2)
+void FourierTransform::Destroy::operator()(fftw_plan_s* plan) const
 {
-    for (std::size_t i = 0; i < turns.size(); ++i) {
-        turns[i] = std::polar(1.0, -2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(size));
-    }
+    fftw_destroy_plan(plan);
 }
 
-void FourierTransform::butterflies(Spectrum& values, bool backward) const
+FourierTransform::Plan FourierTransform::planOf(std::size_t size, int sign)
 {
-    sortByReversedBits(values);
-    for (std::size_t half = 1; half < values.size(); half *= 2) {
-        const std::size_t stride = turns.size() / half;
-        for (std::size_t block = 0; block < values.size(); block += 2 * half) {
-            for (std::size_t i = 0; i < half; ++i) {
-                const std::complex<double> turn = backward ? std::conj(turns[i * stride]) : turns[i * stride];
-                std::complex<double>& first = values[block + i];
-                std::complex<double>& second = values[block + i + half];
-                const std::complex<double> turned = second * turn;
-                second = first - turned;
-                first += turned;
-            }
-        }
-    }
+    Spectrum values(size);  // an estimate does not touch them, and any others may be transformed
+    return Plan(fftw_plan_dft_1d(static_cast<int>(size), numbersOf(values), numbersOf(values), sign,
+                                 FFTW_ESTIMATE | FFTW_UNALIGNED));
+}
+
+FourierTransform::FourierTransform(std::size_t size)
+    : forwardPlan(planOf(size, FFTW_FORWARD))
+    , backwardPlan(planOf(size, FFTW_BACKWARD))
+{
+}
+
+void FourierTransform::forward(Spectrum& values) const
+{
+    fftw_execute_dft(forwardPlan.get(), numbersOf(values), numbersOf(values));
+}
+
+void FourierTransform::backward(Spectrum& values) const
+{
+    fftw_execute_dft(backwardPlan.get(), numbersOf(values), numbersOf(values));
 }
 
 std::size_t powerOfTwoFrom(std::size_t atLeast)
@@ -56,24 +51,53 @@ std::size_t powerOfTwoFrom(std::size_t atLeast)
     return std::bit_ceil(std::max<std::size_t>(atLeast, 2));
 }
 
-std::vector<double> correlation(const std::vector<double>& a, const std::vector<double>& b)
+std::vector<double> hannWindow(std::size_t size)
 {
-    const std::size_t size = powerOfTwoFrom(a.size() + b.size());
-    const FourierTransform fourier(size);
-    Spectrum product(size);
-    Spectrum other(size);
-    std::copy(a.begin(), a.end(), product.begin());
-    std::copy(b.begin(), b.end(), other.begin());
+    std::vector<double> window(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        const double part = static_cast<double>(i) / static_cast<double>(size);
+        window[i] = .5 - .5 * std::cos(2 * std::numbers::pi * part);
+    }
+    return window;
+}
+
+Correlator::Correlator(const std::vector<double>& signal)
+    : length(signal.size())
+    , fourier(powerOfTwoFrom(2 * length))
+    , spectrum(powerOfTwoFrom(2 * length))
+{
+    std::copy(signal.begin(), signal.end(), spectrum.begin());
+    fourier.forward(spectrum);
+}
+
+std::vector<double> Correlator::with(const std::vector<double>& other) const
+{
+    Spectrum product(spectrum.size());
+    std::copy_n(other.begin(), std::min(other.size(), length), product.begin());  // what is beyond meets only zeros
     fourier.forward(product);
-    fourier.forward(other);
-    std::transform(product.begin(), product.end(), other.begin(), product.begin(),
+    std::transform(spectrum.begin(), spectrum.end(), product.begin(), product.begin(),
                    [](const auto& one, const auto& two) { return one * std::conj(two); });
     fourier.backward(product);
 
-    std::vector<double> sums(a.size());
-    std::transform(product.begin(), product.begin() + static_cast<std::ptrdiff_t>(a.size()), sums.begin(),
-                   [size](const auto& value) { return value.real() / static_cast<double>(size); });
+    std::vector<double> sums(length);
+    const auto scale = static_cast<double>(product.size());
+    std::transform(product.begin(), product.begin() + static_cast<std::ptrdiff_t>(length), sums.begin(),
+                   [scale](const auto& value) { return value.real() / scale; });
     return sums;
+}
+
+std::vector<double> sumsUpTo(const std::vector<double>& values)
+{
+    std::vector<double> sums(values.size() + 1);
+    std::partial_sum(values.begin(), values.end(), sums.begin() + 1);
+    return sums;
+}
+
+std::vector<double> energiesUpTo(const std::vector<double>& values)
+{
+    std::vector<double> squares(values.size());
+    std::transform(values.begin(), values.end(), squares.begin(), [](double value) { return value * value; });
+    return sumsUpTo(squares);
 }
 
 }  // namespace heard

@@ -30,11 +30,8 @@ struct SelfLikeness
 
 SelfLikeness selfLikenessOf(const std::vector<double>& signal)
 {
-    SelfLikeness self{correlation(signal, signal), std::vector<double>(signal.size())};
-    std::vector<double> energy(signal.size() + 1);
-    for (std::size_t i = 0; i < signal.size(); ++i) {
-        energy[i + 1] = energy[i] + signal[i] * signal[i];
-    }
+    SelfLikeness self{Correlator(signal).with(signal), std::vector<double>(signal.size())};
+    const std::vector<double> energy = energiesUpTo(signal);
     for (std::size_t lag = 0; lag < signal.size(); ++lag) {
         const double early = energy[signal.size() - lag];
         const double late = energy.back() - energy[lag];

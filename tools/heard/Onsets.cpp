@@ -6,25 +6,14 @@
 #include <cmath>
 #include <complex>
 #include <functional>
-#include <numbers>
 
 namespace heard {
 
 namespace {
 
-constexpr std::size_t kWindow = 1024;
-constexpr std::size_t kHop = 128;
+constexpr std::size_t kNoteWindow = 1024;
+constexpr std::size_t kNoteHop = 128;
 constexpr double kCompression = 100;
-
-std::vector<double> hannWindow(std::size_t size)
-{
-    std::vector<double> window(size);
-    for (std::size_t i = 0; i < size; ++i) {
-        const double part = static_cast<double>(i) / static_cast<double>(size);
-        window[i] = .5 - .5 * std::cos(2 * std::numbers::pi * part);
-    }
-    return window;
-}
 
 // Calls back with the spectrum around each moment.
 template <typename Callback>
@@ -47,7 +36,7 @@ void eachSpectrum(const StereoSound& sound, std::size_t window, std::size_t hop,
 
 double loudnessOf(const std::complex<double>& value)
 {
-    return std::log1p(kCompression * std::abs(value));
+    return std::log1p(kCompression * magnitudeOf(value));
 }
 
 // Two bands an octave.
@@ -75,10 +64,10 @@ Bands spectrogramOf(const StereoSound& sound)
 Bands bandOnsetsOf(const StereoSound& sound, std::size_t hop)
 {
     Bands onsets{static_cast<double>(sound.rate) / static_cast<double>(hop), {}};
-    std::vector<double> before(kWindow / 2);
-    eachSpectrum(sound, kWindow, hop, [&](const Spectrum& spectrum) {
-        std::vector<double> growth(bandOf(kWindow / 2 - 1) + 1);
-        for (std::size_t bin = 1; bin < kWindow / 2; ++bin) {
+    std::vector<double> before(kNoteWindow / 2);
+    eachSpectrum(sound, kNoteWindow, hop, [&](const Spectrum& spectrum) {
+        std::vector<double> growth(bandOf(kNoteWindow / 2 - 1) + 1);
+        for (std::size_t bin = 1; bin < kNoteWindow / 2; ++bin) {
             const double loudness = loudnessOf(spectrum[bin]);
             growth[bandOf(bin)] += std::max(0.0, loudness - before[bin]);
             before[bin] = loudness;
@@ -93,7 +82,7 @@ Bands bandOnsetsOf(const StereoSound& sound, std::size_t hop)
 
 Onsets onsetsOf(const StereoSound& sound)
 {
-    const Bands of = bandOnsetsOf(sound, kHop);
+    const Bands of = bandOnsetsOf(sound, kNoteHop);
     Onsets onsets{of.rate, std::vector<double>(of.bands.empty() ? 0 : of.bands.front().size())};
     for (const std::vector<double>& band : of.bands) {
         std::transform(band.begin(), band.end(), onsets.strength.begin(), onsets.strength.begin(), std::plus<>());

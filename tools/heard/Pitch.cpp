@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
-#include <numeric>
 
 namespace heard {
 
@@ -24,17 +22,16 @@ std::vector<double> meanSpectrum(const StereoSound& sound)
 {
     const std::vector<float> samples = mono(sound);
     const FourierTransform fourier(kPadded);
+    const std::vector<double> weights = hannWindow(kWindow);
     std::vector<double> mean(kPadded / 2);
     for (std::size_t begin = 0; begin == 0 || begin + kWindow <= samples.size(); begin += kHop) {
         Spectrum spectrum(kPadded);
         for (std::size_t i = 0; i < std::min(kWindow, samples.size() - begin); ++i) {
-            const double part = static_cast<double>(i) / kWindow;
-            spectrum[i] =
-                (.5 - .5 * std::cos(2 * std::numbers::pi * part)) * static_cast<double>(samples[begin + i]);
+            spectrum[i] = weights[i] * static_cast<double>(samples[begin + i]);
         }
         fourier.forward(spectrum);
         for (std::size_t bin = 0; bin < mean.size(); ++bin) {
-            mean[bin] += std::abs(spectrum[bin]);
+            mean[bin] += magnitudeOf(spectrum[bin]);
         }
     }
     return mean;
@@ -54,8 +51,7 @@ std::vector<double> centSpectrum(const StereoSound& sound)
     }
 
     constexpr std::size_t kSlope = 400;
-    std::vector<double> sums(kCents + 1);
-    std::partial_sum(cents.begin(), cents.end(), sums.begin() + 1);
+    const std::vector<double> sums = sumsUpTo(cents);
     std::vector<double> lines(kCents);
     for (std::size_t cent = 0; cent < kCents; ++cent) {
         const std::size_t from = cent < kSlope ? 0 : cent - kSlope;
@@ -65,25 +61,43 @@ std::vector<double> centSpectrum(const StereoSound& sound)
     return lines;
 }
 
-// The correlation coefficient of the cents that both have at this shift.
-double likenessAt(const std::vector<double>& sound, const std::vector<double>& reference, std::ptrdiff_t shift)
+// The cents of a sound, to be compared with another's.
+struct Cents
 {
-    const std::ptrdiff_t count = static_cast<std::ptrdiff_t>(kCents) - std::abs(shift);
-    const auto one = sound.begin() + std::max<std::ptrdiff_t>(0, shift);
-    const auto other = reference.begin() + std::max<std::ptrdiff_t>(0, -shift);
-    const double product = std::inner_product(one, one + count, other, 0.0);
-    const double energies =
-        std::inner_product(one, one + count, one, 0.0) * std::inner_product(other, other + count, other, 0.0);
-    return energies > 0 ? product / std::sqrt(energies) : 0;
+    explicit Cents(const StereoSound& sound)
+        : values(centSpectrum(sound))
+        , correlator(values)
+        , energies(energiesUpTo(values))
+    {
+    }
+
+    double energyUpTo(std::size_t end) const { return energies[end]; }
+    double energyFrom(std::size_t begin) const { return energies[kCents] - energies[begin]; }
+
+    std::vector<double> values;
+    Correlator correlator;
+    std::vector<double> energies;
+};
+
+// The correlation coefficients of the cents that both have when the higher one is shifted down, by none and more.
+std::vector<double> likenesses(const Cents& higher, const Cents& lower)
+{
+    std::vector<double> likeness = higher.correlator.with(lower.values);
+    likeness.resize(kReach + 1);
+    for (std::size_t shift = 0; shift < likeness.size(); ++shift) {
+        const double energy = higher.energyFrom(shift) * lower.energyUpTo(kCents - shift);
+        likeness[shift] = energy > 0 ? likeness[shift] / std::sqrt(energy) : 0;
+    }
+    return likeness;
 }
 
-PitchMatch bestShift(const std::vector<double>& sound, const std::vector<double>& reference)
+PitchMatch bestShift(const Cents& sound, const Cents& reference)
 {
-    std::vector<double> likeness(2 * kReach + 1);
-    for (std::size_t i = 0; i < likeness.size(); ++i) {
-        const auto shift = static_cast<std::ptrdiff_t>(i) - static_cast<std::ptrdiff_t>(kReach);
-        likeness[i] = likenessAt(sound, reference, shift);
-    }
+    std::vector<double> likeness = likenesses(reference, sound);
+    std::reverse(likeness.begin(), likeness.end());
+    likeness.pop_back();
+    const std::vector<double> upwards = likenesses(sound, reference);
+    likeness.insert(likeness.end(), upwards.begin(), upwards.end());
     const double peak = peakBetween(likeness, 0, likeness.size());
     return {peak - static_cast<double>(kReach), 0, likeness[static_cast<std::size_t>(std::lround(peak))]};
 }
@@ -92,11 +106,11 @@ PitchMatch bestShift(const std::vector<double>& sound, const std::vector<double>
 
 PitchMatch pitchOf(const StereoSound& stretch, const StereoSound& original, const TempoMatch& tempo)
 {
-    const std::vector<double> sound = centSpectrum(stretch);
+    const Cents sound(stretch);
     PitchMatch best;
     for (const double place : tempo.places) {
         const double to = place + stretch.seconds() * tempo.ratio;
-        PitchMatch match = bestShift(sound, centSpectrum(stretchOf(original, place, to)));
+        PitchMatch match = bestShift(sound, Cents(stretchOf(original, place, to)));
         match.originalSecond = place;
         best = match.likeness > best.likeness ? match : best;
     }

@@ -14,8 +14,8 @@ namespace {
 
 constexpr double kSlowest = .35;
 constexpr double kFastest = 2.2;
-constexpr double kLeastLikeness = .4;
-constexpr double kNearlyAsGood = .85;
+constexpr double kLeastTempoLikeness = .4;
+constexpr double kNearlyAsGoodAPlace = .85;
 
 // The onsets as they would be had the sound been played at the original's speed.
 std::vector<double> atOriginalSpeed(const Onsets& onsets, double ratio)
@@ -31,18 +31,28 @@ std::vector<double> atOriginalSpeed(const Onsets& onsets, double ratio)
     return strength;
 }
 
-std::vector<double> sumsUpTo(const std::vector<double>& values, bool squared)
+// The original, to be compared at many ratios.
+struct Reference
 {
-    std::vector<double> sums(values.size() + 1);
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        sums[i + 1] = sums[i] + (squared ? values[i] * values[i] : values[i]);
+    explicit Reference(const Onsets& onsets)
+        : strength(onsets.strength)
+        , rate(onsets.rate)
+        , correlator(strength)
+        , sums(sumsUpTo(strength))
+        , energies(energiesUpTo(strength))
+    {
     }
-    return sums;
-}
+
+    const std::vector<double>& strength;
+    double rate;
+    Correlator correlator;
+    std::vector<double> sums;
+    std::vector<double> energies;
+};
 
 // How well the onsets agree at this ratio, at each place of the original: the correlation coefficient of the two
 // over the length of the stretch. Empty where the original is too short for it.
-std::vector<double> likenessByPlace(const Onsets& stretch, const Onsets& original, double ratio)
+std::vector<double> likenessByPlace(const Onsets& stretch, const Reference& original, double ratio)
 {
     std::vector<double> wanted = atOriginalSpeed(stretch, ratio);
     if (wanted.size() < 2 || wanted.size() > original.strength.size()) {
@@ -56,13 +66,12 @@ std::vector<double> likenessByPlace(const Onsets& stretch, const Onsets& origina
         energy += value * value;
     }
 
-    const std::vector<double> products = correlation(original.strength, wanted);
-    const std::vector<double> sums = sumsUpTo(original.strength, false);
-    const std::vector<double> squares = sumsUpTo(original.strength, true);
+    const std::vector<double> products = original.correlator.with(wanted);
     std::vector<double> likeness(original.strength.size() - wanted.size() + 1);
     for (std::size_t place = 0; place < likeness.size(); ++place) {
-        const double sum = sums[place + wanted.size()] - sums[place];
-        const double variance = squares[place + wanted.size()] - squares[place] - sum * sum / count;
+        const double sum = original.sums[place + wanted.size()] - original.sums[place];
+        const double energyHere = original.energies[place + wanted.size()] - original.energies[place];
+        const double variance = energyHere - sum * sum / count;
         likeness[place] = variance > 0 && energy > 0 ? products[place] / std::sqrt(variance * energy) : 0;
     }
     return likeness;
@@ -80,7 +89,7 @@ std::vector<double> placesOf(const std::vector<double>& likeness, double rate)
         const double place = static_cast<double>(index) / rate;
         const bool isNew = std::none_of(places.begin(), places.end(),
                                         [place](double taken) { return std::abs(taken - place) < .2; });
-        if (likeness[index] < kNearlyAsGood * likeness[order.front()]) {
+        if (likeness[index] < kNearlyAsGoodAPlace * likeness[order.front()]) {
             break;
         }
         if (isNew) {
@@ -91,8 +100,9 @@ std::vector<double> placesOf(const std::vector<double>& likeness, double rate)
 }
 
 // The best of the ratios from one to another, and the top of the curve through it and its neighbours.
-TempoMatch bestRatio(const Onsets& stretch, const Onsets& original, double from, double to, double step)
+TempoMatch bestRatio(const Onsets& stretch, const Onsets& onsets, double from, double to, double step)
 {
+    const Reference original(onsets);
     std::vector<double> best;
     for (double ratio = from; ratio <= to; ratio *= 1 + step) {
         const std::vector<double> likeness = likenessByPlace(stretch, original, ratio);
@@ -121,7 +131,7 @@ std::optional<TempoMatch> tempoOf(const StereoSound& stretch, const StereoSound&
     const double narrowStep = kNarrowBlur / 4 / stretch.seconds();
     const TempoMatch near =
         bestRatio(blurred(of, kWideBlur, 4), blurred(in, kWideBlur, 4), kSlowest, kFastest, wideStep);
-    if (near.likeness < kLeastLikeness) {
+    if (near.likeness < kLeastTempoLikeness) {
         return std::nullopt;
     }
     return bestRatio(blurred(of, kNarrowBlur, 1), blurred(in, kNarrowBlur, 1), near.ratio * (1 - wideStep),
