@@ -14,14 +14,19 @@ constexpr double pi = std::numbers::pi;
 // The component at @p hertz of a stretch under a Hann window, turned back to phase 0 at the stretch's frame 0.
 std::complex<double> component(std::span<const float> mono, double hertz, SampleRate rate)
 {
+    const auto length = static_cast<double>(mono.size());
+    const std::complex<double> step = std::polar(1.0, -2 * pi * hertz / rate.hertz);
+    const std::complex<double> windowStep = std::polar(1.0, 2 * pi / length);
+    std::complex<double> turn = 1;
+    std::complex<double> windowTurn = std::polar(1.0, pi / length);
     std::complex<double> sum = 0;
     double weights = 0;
-    const double step = 2 * pi * hertz / rate.hertz;
-    for (std::size_t frame = 0; frame < mono.size(); ++frame) {
-        const double weight =
-            0.5 - 0.5 * std::cos(2 * pi * (static_cast<double>(frame) + 0.5) / static_cast<double>(mono.size()));
-        sum += weight * static_cast<double>(mono[frame]) * std::polar(1.0, -step * static_cast<double>(frame));
+    for (const float sample : mono) {
+        const double weight = 0.5 - 0.5 * windowTurn.real();
+        sum += weight * static_cast<double>(sample) * turn;
         weights += weight;
+        turn *= step;  // which loses less than a part in 10^9 over a million frames
+        windowTurn *= windowStep;
     }
     return 2.0 * sum / weights;
 }
@@ -139,6 +144,20 @@ double centsBetween(double hertz, double reference)
 double amplitudeAt(std::span<const float> mono, SampleRate rate, double hertz)
 {
     return std::abs(component(mono, hertz, rate));
+}
+
+double answeredGain(std::span<const float> answer, SampleRate rate, double hertz)
+{
+    const std::complex<double> step = std::polar(1.0, -2 * pi * hertz / rate.hertz);
+    std::complex<double> sum = 0;
+    for (auto sample = answer.rbegin(); sample != answer.rend(); ++sample)
+        sum = sum * step + static_cast<double>(*sample);
+    return decibels(std::abs(sum), 1);
+}
+
+bool allFinite(std::span<const float> samples)
+{
+    return std::ranges::all_of(samples, [](float sample) { return std::isfinite(sample); });
 }
 
 double largestStep(std::span<const float> mono)

@@ -60,6 +60,11 @@ double centsBetween(double hertz, double reference);
 /// The amplitude of the component at @p hertz.
 double amplitudeAt(std::span<const float> mono, SampleRate rate, double hertz);
 
+/// The gain in decibels, at any frequency up to half the rate, of what answers so to an impulse.
+double answeredGain(std::span<const float> answer, SampleRate rate, double hertz);
+
+bool allFinite(std::span<const float> samples);
+
 /// The largest difference between neighbouring samples.
 double largestStep(std::span<const float> mono);
 

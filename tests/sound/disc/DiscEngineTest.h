@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 #include <QDir>
+#include <QElapsedTimer>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -125,6 +126,22 @@ protected:
     {
         told.clear();
         return start(on) ? end() : DiscStage::Preparing;
+    }
+
+    /// Writes, gives up as soon as this stage is told, and expects to be told that; returns after how many
+    /// milliseconds.
+    qint64 giveUpIn(DiscStage stage, DiscDevice* on)
+    {
+        QElapsedTimer sinceAbort;
+        onProgress = [&](DiscStage now) {
+            if (now == stage && !sinceAbort.isValid()) {
+                sinceAbort.start();
+                project().AbortWrite();
+            }
+        };
+        EXPECT_EQ(write(on), DiscStage::Cancelled);
+        onProgress = nullptr;
+        return sinceAbort.elapsed();
     }
 
     /// The stages in their order, each time once.

@@ -44,19 +44,7 @@ protected:
     void stopDrive() { stopping.set_value(); }
 
     /// Returns how long it took.
-    qint64 writeAndGiveUp()
-    {
-        QElapsedTimer sinceAbort;
-        onProgress = [&](DiscStage stage) {
-            if (stage == Writing && !sinceAbort.isValid()) {
-                sinceAbort.start();
-                project().AbortWrite();
-            }
-        };
-        EXPECT_EQ(write(device()), Cancelled);
-        onProgress = nullptr;
-        return sinceAbort.elapsed();
-    }
+    qint64 writeAndGiveUp() { return giveUpIn(Writing, device()); }
 
     std::int64_t ends() const
     {

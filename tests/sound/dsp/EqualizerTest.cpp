@@ -7,8 +7,6 @@
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <cmath>
-#include <complex>
-#include <numbers>
 #include <random>
 
 using namespace sound;
@@ -71,17 +69,6 @@ protected:
     const SampleRate rate{GetParam()};
 };
 
-// The gain in decibels at a frequency, from the answer to an impulse: of any frequency up to half the rate.
-double answerAt(double hertz, const std::vector<float>& answer, SampleRate rate)
-{
-    std::complex<double> sum = 0;
-    for (std::size_t frame = 0; frame < answer.size(); ++frame) {
-        const double angle = -2 * std::numbers::pi * hertz / rate.hertz * static_cast<double>(frame);
-        sum += static_cast<double>(answer[frame]) * std::polar(1.0, angle);
-    }
-    return 20 * std::log10(std::abs(sum));
-}
-
 std::vector<float> answerOf(const EqualizerBands& bands, SampleRate rate)
 {
     Equalizer equalizer = settledAt(bands, rate);
@@ -121,7 +108,7 @@ TEST_P(EqualizerRateTest, EachBandHasItsGainAtItsCentreOverTheWholeRange)
         if (hertz > 0.45 * rate.hertz)
             continue;
         for (float gain = -15; gain <= 15; gain += 2.5F)
-            EXPECT_NEAR(answerAt(hertz, answerOf(oneBand(hertz, gain), rate), rate), gain, 0.02)
+            EXPECT_NEAR(answeredGain(answerOf(oneBand(hertz, gain), rate), rate, hertz), gain, 0.02)
                 << hertz << " Hz " << gain << " dB";
     }
 }
@@ -133,12 +120,12 @@ TEST_P(EqualizerRateTest, HalfTheGainIsLeftHalfTheBandwidthFromTheCentre)
             continue;
         for (const float gain : {15.0F, -6.0F}) {
             const auto answer = answerOf(oneBand(hertz, gain), rate);
-            EXPECT_NEAR(answerAt(hertz / std::sqrt(2.0), answer, rate), gain / 2, 0.02)
+            EXPECT_NEAR(answeredGain(answer, rate, hertz / std::sqrt(2.0)), gain / 2, 0.02)
                 << "below " << hertz << " Hz, " << gain << " dB";
             // Above the centre, near half the rate, it is met less exactly.
             const double edge = hertz * std::sqrt(2.0);
             if (edge < 0.5 * rate.hertz) {
-                EXPECT_NEAR(answerAt(edge, answer, rate), gain / 2, std::abs(gain) / 12)
+                EXPECT_NEAR(answeredGain(answer, rate, edge), gain / 2, std::abs(gain) / 12)
                     << "above " << hertz << " Hz, " << gain << " dB";
             }
         }
@@ -154,7 +141,7 @@ TEST_P(EqualizerRateTest, EachBandFollowsTheAnalogFilterUpToHalfTheRate)
             const auto answer = answerOf(oneBand(hertz, gain), rate);
             for (double share = 0.02; share <= 1; share += 0.02) {
                 const double place = share * rate.hertz / 2;
-                EXPECT_NEAR(answerAt(place, answer, rate), analogGain({hertz, octave, gain}, place),
+                EXPECT_NEAR(answeredGain(answer, rate, place), analogGain({hertz, octave, gain}, place),
                             std::abs(gain) / 12)
                     << hertz << " Hz " << gain << " dB at " << place << " Hz";
             }
@@ -344,7 +331,7 @@ TEST(EqualizerTest, NoiseAtAllGainsStaysFinite)
     for (const float gain : {-15.0F, 15.0F}) {
         Equalizer equalizer = settledAt(allBands(gain), rate);
         const auto heard = through(equalizer, noise());
-        EXPECT_TRUE(std::all_of(heard.begin(), heard.end(), [](float sample) { return std::isfinite(sample); }));
+        EXPECT_TRUE(allFinite(heard));
     }
 }
 

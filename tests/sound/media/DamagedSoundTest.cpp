@@ -1,12 +1,11 @@
 #include "sound/media/DecodedSound.h"
 
+#include "sound/Signals.h"
 #include "sound/SoundFiles.h"
 #include "sound/media/Damage.h"
 
 #include <gtest/gtest.h>
-#include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <ostream>
 
 using sound::DecodedSound;
@@ -58,7 +57,7 @@ TEST_P(DamagedSound, IsRefusedOrSafeToReadAndNeverLongerThanItsBytesBearOut)
             EXPECT_EQ(sound.decodeError(), EngineError::None) << number;
             std::vector<float> samples(static_cast<std::size_t>(sound.length().value * sound.channels()));
             sound.read(FramePosition{0}, sound.length(), samples.data());
-            ASSERT_TRUE(std::ranges::all_of(samples, [](float sample) { return std::isfinite(sample); })) << number;
+            ASSERT_TRUE(sound::test::allFinite(samples)) << number;
         }
         ASSERT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20)) << number;
     }
