@@ -49,20 +49,19 @@ class DiscTest(DesktopTest):
         self.player.click_in_tool_bar("Burn Audio CD")
         self.player.wait_for_window(WRITER)
 
-    def add(self, *names):
+    def add(self, *names, back_to=WRITER):
         """Picks files of the home folder, all at once."""
         self.player.click("Add audio track", "push button")
         self.player.wait_for_window(DIALOG)
         self.player.type(self.home)
         self.player.press("Return")
-        self.player.answer_file_dialog(DIALOG, " ".join(f'"{name}"' for name in names))
-        self.player.wait_for_window(WRITER)
+        self.player.answer_file_dialog(DIALOG, " ".join(f'"{name}"' for name in names), back_to)
 
     def confirm(self, text):
-        wait_until(lambda: self.player.says(text), text, 60)
+        wait_until(lambda: self.player.box_says(text), text, 60)
         self.stage.screenshot(os.path.join(self.results, "told.png"))
         self.player.press("Return")
-        wait_until(lambda: not self.player.says(text), "the message to go")
+        wait_until(lambda: not self.player.box_says(text), "the message to go")
         self.player.wait_for_window(WRITER)
 
     def write(self):
@@ -159,7 +158,7 @@ class DiscTest(DesktopTest):
         self.make("gone.wav", 5)
         self.make("little.wav", 5, "-ar", "22050")
         self.open_writer()
-        self.add("little.wav")
+        self.add("little.wav", back_to=None)
         self.confirm("Invalid Audio Format...High quality audio files only!")
         self.add("gone.wav")
         os.remove(os.path.join(self.home, "gone.wav"))

@@ -33,8 +33,7 @@ class EncodeTest(DesktopTest):
 
     def browse(self, path):
         self.player.click("Browse", "push button")
-        self.player.answer_file_dialog(DIALOG, path)
-        self.player.wait_for_window(ENCODER)
+        self.player.answer_file_dialog(DIALOG, path, ENCODER)
 
     def encode(self):
         self.player.click("Encode to MP3", "push button")

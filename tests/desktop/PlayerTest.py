@@ -7,6 +7,7 @@ import os
 import unittest
 
 from DesktopTest import BUILD, LABEL_OF_WAV, SECONDS, WAV, DesktopTest
+from gaps import Gaps
 from measure import measure
 from processes import end_on_signals, wait_until
 
@@ -27,15 +28,21 @@ class PlayerTest(DesktopTest):
         path = os.path.join(self.results, "heard.wav")
         recording.save(path)
         program = os.path.join(BUILD, "tools", "heard", "heard")
-        return measure(program, WAV, path, [("it", begin, end, measures + " gaps")])["it"]
+        return measure(program, WAV, path, [("it", begin, end, measures)])["it"]
 
     def listen(self, recording, seconds, measures):
-        recording.wait(SETTLED)
-        begin = recording.seconds()
-        recording.wait(seconds)
-        found = self.heard(recording, begin, begin + seconds, measures)
-        self.assertEqual(found["gaps"], 0)
-        return found
+        """Measures so much of what is heard from now on: where the machine stood still meanwhile, what comes after that."""
+        gaps = Gaps(self.stage, recording)
+        self.addCleanup(gaps.end)
+        for _ in range(3):
+            recording.wait(SETTLED)
+            begin = recording.seconds()
+            recording.wait(seconds)
+            found = gaps.between(begin, begin + seconds)
+            self.assertEqual([str(gap) for gap in found if not gap.explained()], [])
+            if not found:
+                return self.heard(recording, begin, begin + seconds, measures)
+        raise self.failureException("the machine stands still again and again")
 
     def test_unchanged_sound_is_heard_to_the_bit(self):
         recording = self.stage.record()

@@ -64,7 +64,7 @@ class RecordTest(DesktopTest):
         self.record(9)
         self.stage.screenshot(os.path.join(self.results, "recording.png"))
         self.player.press("alt+s")
-        wait_until(lambda: self.player.says("00:00:00"), "the display to be back at its beginning")
+        display = self.player.status("00:00:00")
         self.assertRegex(self.recordings()[0], "^" + NAMED + "mp3$")
         found = measure(os.path.join(BUILD, "tools", "heard", "heard"), WAV, self.decode(self.the_recording()),
                         [("it", 0.5, 8.5, "pitch gaps")])["it"]
@@ -74,8 +74,8 @@ class RecordTest(DesktopTest):
 
         # And it is replayed: the player itself is silent by then.
         self.player.press("alt+p")
-        wait_until(lambda: not self.player.says("00:00:00"), "the display to run")
-        wait_until(lambda: self.player.says("00:00:00"), "the end of the replay", 20)
+        wait_until(lambda: display() != "00:00:00", "the display to run")
+        wait_until(lambda: display() == "00:00:00", "the end of the replay", 20)
 
     def test_killed_it_leaves_what_was_recorded(self):
         self.open_recorder()

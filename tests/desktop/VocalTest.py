@@ -34,12 +34,11 @@ class VocalTest(DesktopTest):
 
     def choose_song(self, path=None):
         self.player.click("Browse input", "push button")
-        self.player.answer_file_dialog("^Open audio", path or self.song)
-        self.player.wait_for_window(REMOVER)
+        self.player.answer_file_dialog("^Open audio", path or self.song, REMOVER)
 
     def process(self):
         self.player.click("Process audio", "push button")
-        wait_until(lambda: self.player.says(DONE), "the message", 60)
+        wait_until(lambda: self.player.box_says(DONE), "the message", 60)
         self.stage.screenshot(os.path.join(self.results, "done.png"))
         self.player.press("Return")
         wait_until(lambda: self.player.says("Status: Idle"), "the last status")
@@ -81,8 +80,8 @@ class VocalTest(DesktopTest):
         heard.wait_for_silence("the stop")
         self.player.click("Play source", "push button")
         heard.wait_for_sound("the source")
-        wait_until(lambda: self.player.says("Status : Playing source audio "), "the status")
-        wait_until(lambda: self.player.says("Status : Idle"), "the end of the stretch", 20)
+        status = self.player.status("Status : Playing source audio ")
+        wait_until(lambda: status().startswith("Status : Idle"), "the end of the stretch", 20)
         heard.wait_for_silence("the end of the stretch")
         heard.stop()
 
@@ -121,14 +120,14 @@ class VocalTest(DesktopTest):
         self.open_remover()
         self.choose_song(mono)
         self.player.click("Process audio", "push button")
-        wait_until(lambda: self.player.says("File could not be prepared for export."), "the message", 60)
+        wait_until(lambda: self.player.box_says("File could not be prepared for export."), "the message", 60)
         self.player.press("Return")
 
         self.choose_song()
         os.remove(self.song)
         for button in ["Process audio", "Play result"]:
             self.player.act(button, "push button")  # returns when the command has
-        self.assertFalse(self.player.says("File could"))
+        self.assertFalse(self.player.box_says("File could"))
         self.assertFalse(os.path.exists(self.result))
         self.assertTrue(self.player.is_running())
 

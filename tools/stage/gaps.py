@@ -39,6 +39,10 @@ class Gaps:
         """To be called now and then: the recording lags by what waits in pipes, and least at the best moment."""
         self._difference = min(self._difference, time.monotonic() - self._recording.seconds())
 
+    def end(self):
+        """Ends the watch over the machine."""
+        self._stalls.end()
+
     def between(self, begin, end):
         """The gaps between two moments by the recording's clock."""
         self.compare_clocks()

@@ -4,6 +4,8 @@ import os
 
 from processes import Impatient, wait_until
 
+TOOL_BAR = "Toolbar"
+
 
 class Player:
     def __init__(self, stage, program):
@@ -11,6 +13,7 @@ class Player:
         self._program = program
         self._accessibility = None
         self._gone = ()  # what is raised for a control that is no more
+        self._found = {}  # controls by name and role, where they were seen last: each question to them is a message
         self.process = None
 
     # Its windows
@@ -18,6 +21,7 @@ class Player:
     def start(self):
         """Starts the program, answers what it has to say at a first start, and returns when its window is there."""
         self.process = self._stage.processes.start("larkspin", [self._program], self._stage.environment)
+        self._found = {}
 
         def window_without_boxes():
             self.check_alive()
@@ -85,7 +89,7 @@ class Player:
 
     def click_in_tool_bar(self, name):
         def button():
-            return next((item for item in self._walk() if item.get_name() == name), None)
+            return next((item for item, found in self._walk() if found == name), None)
 
         x, y, width, height = self._place_of(wait_until(button, f"“{name}” in the tool bar"))
         self.click_at(x + width / 2, y + height / 2)
@@ -111,25 +115,50 @@ class Player:
                 return application
         return None
 
-    def _walk(self, enters=lambda item: True):
-        """The program's tree, of which parts may go while it is walked: a window that closes."""
-        waiting = [self._application()]
+    def _children(self, item):
+        return [item.get_child_at_index(index) for index in range(item.get_child_count())]
+
+    def _is_showing(self, item):
+        return item.get_state_set().contains(self._accessibility.StateType.SHOWING)
+
+    def _walk(self, root=None, without=None):
+        """What can be seen below an item, each with its name, except what has that one name. Parts of the tree may go while
+        it is walked: a window that closes."""
+        waiting = [root or self._application()]
         while waiting:
             item = waiting.pop(0)
             try:
-                if item is not None and enters(item):
-                    yield item
-                    waiting += [item.get_child_at_index(index) for index in range(item.get_child_count())]
+                if item is not None and self._is_showing(item):
+                    name = item.get_name()
+                    if without is None or name != without:
+                        yield item, name
+                        waiting += self._children(item)
             except self._gone:
                 continue
 
+    def _has_role(self, item, role):
+        return role is None or item.get_role_name() == role
+
+    def _where_it_was(self, name, role):
+        item = self._found.get((name, role))
+        try:
+            if item is not None:
+                item.clear_cache()
+                if item.get_name() == name and self._has_role(item, role) and self._is_showing(item):
+                    return item
+        except self._gone:
+            pass
+        return None
+
     def _look_for(self, name, role):
-        # The tool bar repeats the panels' buttons by the same names.
-        for item in self._walk(lambda item: item.get_role_name() != "tool bar"):
+        item = self._where_it_was(name, role)
+        if item is not None:
+            return item
+        for item, found in self._walk(without=TOOL_BAR):  # which repeats the panels' buttons by the same names
             try:
-                if item.get_name() == name and (role is None or item.get_role_name() == role):
-                    if item.get_state_set().contains(self._accessibility.StateType.SHOWING):
-                        return item
+                if found == name and self._has_role(item, role):
+                    self._found[name, role] = item
+                    return item
             except self._gone:
                 continue
         return None
@@ -184,23 +213,31 @@ class Player:
         item.grab_focus()
         wait_until(lambda: item.get_state_set().contains(self._accessibility.StateType.FOCUSED), f"“{name}” to have the focus")
 
-    def showing(self):
-        """All that can be seen of the program, as a screen reader lists it."""
-        for item in self._walk():
-            try:
-                shown = item.get_state_set().contains(self._accessibility.StateType.SHOWING)
-            except self._gone:
-                continue
-            if shown:
-                yield item
+    def showing(self, without=None):
+        """All that can be seen of the program, as a screen reader lists it, except what has that one name."""
+        return (item for item, _ in self._walk(without=without))
 
     def says(self, beginning):
-        return any(item.get_name().startswith(beginning) for item in self.showing())
+        return any(name.startswith(beginning) for _, name in self._walk())
+
+    def box_says(self, beginning):
+        """Whether a message box that says so is open."""
+        return any(name.startswith(beginning) for box in self._boxes() for _, name in self._walk(box))
+
+    def _boxes(self):
+        application = self._application()
+        for index in range(application.get_child_count()):
+            try:
+                window = application.get_child_at_index(index)
+                if self._has_role(window, "alert"):
+                    yield window
+            except self._gone:
+                continue
 
     def status(self, beginning):
         """A text that begins so now, as a function that tells what it has become: quicker than the whole tree is walked,
         for what is soon over."""
-        item = wait_until(lambda: next((item for item in self.showing() if item.get_name().startswith(beginning)), None),
+        item = wait_until(lambda: next((item for item, name in self._walk() if name.startswith(beginning)), None),
                           f"the status “{beginning}”")
 
         def now():
@@ -227,12 +264,15 @@ class Player:
         self.answer_file_dialog("^Open audio", path)
         wait_until(lambda: len(self.items()) == before + 1, "the new item in the list")
 
-    def answer_file_dialog(self, title, path):
+    def answer_file_dialog(self, title, path, back_to="^Larkspin$"):
+        """Types a path, and returns when the keys are those of the window to which the dialog belongs; with None for that,
+        when the dialog is gone: something else may have the keys then."""
         self.wait_for_window(title)
         self.type(path)
         self.press("Return")
-        wait_until(lambda: not self.windows(title), "the file dialog to go")
-        self.activate()
+        self.wait_for_no_window(title)
+        if back_to is not None:
+            self.wait_for_window(back_to)
 
     def wait_for_window(self, title):
         """Returns when a window of this title is there and has the keys."""

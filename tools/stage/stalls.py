@@ -18,9 +18,15 @@ class Stalls:
     def __init__(self, stage):
         self._path = os.path.join(stage.logs, "stalls.log")
         open(self._path, "w", encoding="utf-8").close()
-        for processor in sorted(os.sched_getaffinity(0)):
-            stage.processes.start("stalls", [sys.executable, __file__, str(processor), self._path],
-                                  stage.environment)
+        self._processes = stage.processes
+        self._watchers = [stage.processes.start("stalls", [sys.executable, __file__, str(processor), self._path],
+                                                stage.environment)
+                          for processor in sorted(os.sched_getaffinity(0))]
+
+    def end(self):
+        """Ends the watch."""
+        for watcher in self._watchers:
+            self._processes.end(watcher)
 
     def between(self, begin, end):
         """Those that touched this time, each its end on the monotonic clock and its length, in seconds."""
