@@ -27,8 +27,10 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    # Without this it takes no object that was made with a precompiled header.
+    # Without these it takes no object that was made with a precompiled header.
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+    add_compile_options(
+        $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endif()
 
 if(LARKSPIN_SANITIZE)
@@ -37,6 +39,9 @@ if(LARKSPIN_SANITIZE)
     add_link_options(-fsanitize=${LARKSPIN_SANITIZE})
     # For tests that would take minutes there, and need only walk the same way.
     add_compile_definitions(LARKSPIN_SANITIZED)
+    if(LARKSPIN_SANITIZE MATCHES "thread")
+        add_compile_definitions(LARKSPIN_THREADS_WATCHED)
+    endif()
     # Several sources of a library at once: these builds are made whole, by ./check, and what takes its time is the
     # headers. Names in unnamed namespaces are therefore unique in a library, and in a test of windows.
     set(CMAKE_UNITY_BUILD ON)
@@ -45,8 +50,40 @@ endif()
 
 function(larkspin_warnings target)
     target_compile_options(${target} PRIVATE
-        -Wall -Wextra -Werror -Wshadow=compatible-local -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
-        -Wcast-align -Wnull-dereference -Wformat=2)
+        -Wall -Wextra -Werror -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wcast-align -Wnull-dereference
+        -Wformat=2 $<$<CXX_COMPILER_ID:GNU>:-Wshadow=compatible-local>
+        "$<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier;-Wreserved-macro-identifier>")
+endfunction()
+
+# larkspin_kind(target kind)
+#
+# How libraries of a kind are compiled to be watched: widgets, which are what is seen, or core, all else.
+function(larkspin_kind target kind)
+    if(LARKSPIN_SANITIZE)
+        # All of them in the same way, to have the same headers.
+        set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+        # Windows need not be quick; what plays has to keep up with its output.
+        if(kind STREQUAL "core")
+            target_compile_options(${target} PRIVATE -O2)
+        endif()
+    endif()
+endfunction()
+
+# larkspin_common_headers(kind USES library HEADERS ...)
+#
+# Headers that are read once for all libraries of a kind. Only sanitizer builds have them: elsewhere each source has to
+# include what it needs.
+function(larkspin_common_headers kind)
+    cmake_parse_arguments(ARG "" "USES" "HEADERS" ${ARGN})
+    if(LARKSPIN_SANITIZE)
+        set(name ${kind}_headers)
+        file(CONFIGURE OUTPUT ${name}.cpp CONTENT "// A library has a source; this one is there for its headers.\n")
+        add_library(${name} STATIC ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
+        set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
+        target_link_libraries(${name} PRIVATE ${ARG_USES})
+        target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+        larkspin_kind(${name} ${kind})
+    endif()
 endfunction()
 
 # larkspin_library(name FOLDER folder SOURCES ... CALLS ... USES ...)
@@ -65,21 +102,25 @@ function(larkspin_library name)
     file(MAKE_DIRECTORY ${room}/${parent})
     file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER} ${room}/${ARG_FOLDER} SYMBOLIC)
     target_include_directories(${name} PUBLIC ${room})
+    # Names that moc makes are not always as clean as ours.
+    target_include_directories(${name} SYSTEM PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/include)
     target_link_libraries(${name} PUBLIC ${ARG_CALLS} ${ARG_USES} PRIVATE ${ARG_PRIVATE_USES})
 
     # Where several sources are built at once, all of a library's are.
     set_target_properties(${name} PROPERTIES UNITY_BUILD_BATCH_SIZE 0)
-    # Windows need not be quick to be watched; what plays has to keep up with its output.
-    if(LARKSPIN_SANITIZE AND ARG_FOLDER MATCHES "^sound/")
-        target_compile_options(${name} PRIVATE -O2)
-    elseif(LARKSPIN_SANITIZE)
-        target_compile_options(${name} PRIVATE -O0)
+    set(kind core)
+    if("Qt6::Widgets" IN_LIST ARG_USES)
+        set(kind widgets)
+    endif()
+    larkspin_kind(${name} ${kind})
+    if(TARGET ${kind}_headers)
+        target_precompile_headers(${name} REUSE_FROM ${kind}_headers)
     endif()
 endfunction()
 
 # For tests, which are mostly the code that their mocks and their cases expand to.
 function(larkspin_compile_quickly target)
-    target_compile_options(${target} PRIVATE -O0 -fpch-preprocess)
+    target_compile_options(${target} PRIVATE -O0)
 endfunction()
 
 # larkspin_test(name SOURCES ... CALLS ... [LABELS ...] [TIMEOUT seconds] [ENVIRONMENT ...])
@@ -113,7 +154,12 @@ function(larkspin_test name)
                 target_precompile_headers(${name} REUSE_FROM sound_test_headers)
             endif()
         endif()
-        add_test(NAME ${name} COMMAND ${name})
+        # What reckons for long leaves the processor to what drives the program beside it, and listens.
+        set(command $<TARGET_FILE:${name}>)
+        if("sound" IN_LIST ARG_LABELS AND NOT "watched" IN_LIST ARG_LABELS AND NOT "real-time" IN_LIST ARG_LABELS)
+            list(PREPEND command nice -n 19)
+        endif()
+        add_test(NAME ${name} COMMAND ${command})
     endif()
     set_tests_properties(${name} PROPERTIES
         LABELS "${ARG_LABELS}"

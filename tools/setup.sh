@@ -25,9 +25,9 @@ stage_packages=(
     python3 python3-gi gir1.2-atspi-2.0 at-spi2-core dbus-daemon
 )
 
-# To judge its sources and data files, and to make sounds for its tests.
+# To judge its sources and data files, to build it with sanitizers, and to make sounds for its tests.
 check_packages=(
-    clang-format-14 clang-tidy-14 desktop-file-utils appstream ffmpeg lame
+    clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev llvm desktop-file-utils appstream ffmpeg lame
     fluidsynth timgm6mb-soundfont festival festvox-kallpc16k espeak-ng
 )
 

@@ -16,7 +16,7 @@ class TheDesktop : public ::testing::Test
 protected:
     QTemporaryDir folder;
     const QByteArray path = qgetenv("PATH");
-    const DesktopShell shell;
+    const DesktopShell shell{};
 
     void SetUp() override { qputenv("PATH", folder.path().toUtf8() + ':' + path); }
     void TearDown() override { qputenv("PATH", path); }

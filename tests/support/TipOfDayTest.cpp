@@ -23,8 +23,8 @@ const char* const tips[] = {
     "Press Enter to play selected audio from the list .",
     "Press Alt-Enter for looping the played audio .",
     "Use spacebar to pause played audio .",
-    "You can record modified audio by choosing Output mode-Sound and recording or Output mode-Soundless recording "
-    "from main menu .",
+    ("You can record modified audio by choosing Output mode-Sound and recording or Output mode-Soundless recording "
+     "from main menu ."),
 };
 
 class Tips : public ::testing::Test

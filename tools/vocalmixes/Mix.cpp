@@ -16,7 +16,7 @@ namespace {
 
 constexpr double kPeak = 0.9;
 constexpr double kRoom = 0.06;  // this part of the voice's energy
-constexpr double kFaintest = 1e-4;
+constexpr double kFaintestOfVoice = 1e-4;
 
 double square(float value)
 {
@@ -93,7 +93,7 @@ std::vector<bool> soundingFrames(const StereoSound& sound)
     for (std::size_t i = 0; i < sound.frames(); ++i) {
         energies[i / block] += square(sound.left[i]) + square(sound.right[i]);
     }
-    const double least = kFaintest * *std::max_element(energies.begin(), energies.end());
+    const double least = kFaintestOfVoice * *std::max_element(energies.begin(), energies.end());
     std::vector<bool> sounds(sound.frames());
     for (std::size_t i = 0; i < sound.frames(); ++i) {
         sounds[i] = energies[i / block] > least;

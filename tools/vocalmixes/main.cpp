@@ -52,8 +52,8 @@ std::vector<double> stretch(const std::vector<float>& channel, std::size_t from,
 std::size_t delayOf(const StereoSound& result, const StereoSound& original)
 {
     const std::size_t from = original.frames() > kCompared ? (original.frames() - kCompared) / 2 : 0;
-    const std::vector<double> likeness = heard::correlation(stretch(result.left, from, kCompared + kLatest),
-                                                            stretch(original.left, from, kCompared));
+    const std::vector<double> likeness = heard::Correlator(stretch(result.left, from, kCompared + kLatest))
+                                             .with(stretch(original.left, from, kCompared));
     const auto most = std::max_element(likeness.begin(), likeness.begin() + kLatest,
                                        [](double a, double b) { return std::abs(a) < std::abs(b); });
     // Music is much the same a frame later.

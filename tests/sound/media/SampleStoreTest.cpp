@@ -223,7 +223,7 @@ TEST(SampleStore, ReadingAllOfALongSoundKeepsOnlyWhatIsNearInMemory)
             most = std::max(most, residentKibibytes() - before);
         }
     }
-#ifndef __SANITIZE_THREAD__  // which keeps an account of its own of every byte that is read
+#ifndef LARKSPIN_THREADS_WATCHED  // which keeps an account of its own of every byte that is read
     EXPECT_LT(most, 100 * 1024);
 #endif
 }
