@@ -58,16 +58,15 @@ class DiscTest(DesktopTest):
         self.player.answer_file_dialog(DIALOG, " ".join(f'"{name}"' for name in names), back_to)
 
     def confirm(self, text):
-        wait_until(lambda: self.player.box_says(text), text, 60)
+        self.player.await_box(text, 60)
         self.stage.screenshot(os.path.join(self.results, "told.png"))
-        self.player.press("Return")
-        wait_until(lambda: not self.player.box_says(text), "the message to go")
+        self.player.answer_box(text)
         self.player.wait_for_window(WRITER)
 
     def write(self):
         self.player.click("Write audio disc", "push button")
         self.confirm("Writing is complete!")
-        self.assertTrue(self.player.says("Status : Idle"))
+        wait_until(lambda: self.player.says("Status : Idle"), "the last status")
 
     def begin_slow_write(self):
         self.add("slow.wav")
@@ -137,7 +136,7 @@ class DiscTest(DesktopTest):
         self.player.click("Cancel", "push button")
         self.confirm("Write Cancelled!")
         self.assertEqual(self.written(), [])
-        self.assertTrue(self.player.says("1 Audio Tracks"))
+        wait_until(lambda: self.player.says("1 Audio Tracks"), "the track to be still there")
 
     def test_a_write_goes_on_when_the_main_window_is_closed(self):
         self.make_slow("slow.wav")
@@ -164,7 +163,7 @@ class DiscTest(DesktopTest):
         os.remove(os.path.join(self.home, "gone.wav"))
         self.player.click("Write audio disc", "push button")
         self.confirm("Source File Error: (")
-        self.assertTrue(self.player.says("Write Error!"))
+        wait_until(lambda: self.player.says("Write Error!"), "the last status")
         self.assertEqual(self.written(), [])
 
 

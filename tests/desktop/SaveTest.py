@@ -64,11 +64,6 @@ class Saving(DesktopTest):
         self.player.press("ctrl+s")
         self.player.answer_file_dialog("^Save audio as", os.path.join(self.folder, name), back_to=None)
 
-    def await_box(self, text):
-        wait_until(lambda: self.player.box_says(text), f"“{text}”", 60)
-        self.player.press("Return")
-        wait_until(lambda: not self.player.box_says(text), "the message to go")
-
 
 class SaveTest(Saving):
     def probe(self, path):
@@ -102,15 +97,15 @@ class SaveTest(Saving):
         for name, container, coding, beyond in NAMES:
             with self.subTest(name):
                 self.start_saving(name)
-                self.await_box(DONE)
+                self.player.answer_box(DONE, 60)
                 self.judge(os.path.join(self.folder, name if "." in name else name + ".mp3"), container, coding, beyond)
 
     def test_a_folder_that_may_not_be_written_is_told(self):
         self.load_changed(EXCERPT)
         self.start_saving("/sys/slow.wav")  # not even an administrator makes files there
-        self.await_box("Export to file failed.")
+        self.player.answer_box("Export to file failed.")
         self.start_saving("slow.wav")
-        self.await_box(DONE)
+        self.player.answer_box(DONE, 60)
         self.assertEqual(os.listdir(self.folder), ["slow.wav"])
 
     def test_closing_the_program_in_the_middle_leaves_nothing(self):
@@ -122,7 +117,7 @@ class SaveTest(Saving):
 
     def test_without_a_track_the_message_comes_before_any_dialog(self):
         self.player.press("ctrl+s")
-        self.await_box("Please select file from playlist.")
+        self.player.answer_box("Please select file from playlist.")
 
 
 class SaveWhilePlayingTest(Saving):
@@ -146,7 +141,7 @@ class SaveWhilePlayingTest(Saving):
 
         wait_until(finished, "the file", 60)
         end = recording.seconds()
-        self.player.press("Return")
+        self.player.answer_box(DONE)
         percents = [int(re.fullmatch(r"Exporting audio, please wait\.\.\.(\d{1,3})%", text)[1]) for text in told]
         self.assertGreater(len(percents), 5)
         self.assertEqual(percents, sorted(percents))

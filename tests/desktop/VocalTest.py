@@ -38,9 +38,9 @@ class VocalTest(DesktopTest):
 
     def process(self):
         self.player.click("Process audio", "push button")
-        wait_until(lambda: self.player.box_says(DONE), "the message", 60)
+        self.player.await_box(DONE, 60)
         self.stage.screenshot(os.path.join(self.results, "done.png"))
-        self.player.press("Return")
+        self.player.answer_box(DONE)
         wait_until(lambda: self.player.says("Status: Idle"), "the last status")
 
     def judge(self, result):
@@ -120,8 +120,7 @@ class VocalTest(DesktopTest):
         self.open_remover()
         self.choose_song(mono)
         self.player.click("Process audio", "push button")
-        wait_until(lambda: self.player.box_says("File could not be prepared for export."), "the message", 60)
-        self.player.press("Return")
+        self.player.answer_box("File could not be prepared for export.", 60)
 
         self.choose_song()
         os.remove(self.song)

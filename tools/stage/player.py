@@ -25,8 +25,8 @@ class Player:
 
         def window_without_boxes():
             self.check_alive()
-            if self.windows("^Error"):
-                self._answer_box("^Error")
+            if self.box_says(""):
+                self.answer_box("")
                 return False
             return self.windows("^Larkspin$") and self.shows("Playlist", "list")  # the splash has the same title
 
@@ -60,13 +60,6 @@ class Player:
 
     def windows(self, title):
         return self._stage.run("xdotool", "search", "--onlyvisible", "--name", title, check=False).split()
-
-    def _answer_box(self, title):
-        box = self.windows(title)
-        if box:
-            self._xdotool("windowactivate", "--sync", box[0])
-            self.press("Return")
-            wait_until(lambda: box[0] not in self.windows(title), "a message box to go")
 
     # Keys and mouse
 
@@ -222,17 +215,40 @@ class Player:
 
     def box_says(self, beginning):
         """Whether a message box that says so is open."""
-        return any(name.startswith(beginning) for box in self._boxes() for _, name in self._walk(box))
+        return self._box(beginning) is not None
+
+    def _box(self, beginning):
+        return next((box for box in self._boxes()
+                     if any(name.startswith(beginning) for _, name in self._walk(box))), None)
 
     def _boxes(self):
         application = self._application()
-        for index in range(application.get_child_count()):
+        for index in range(application.get_child_count() if application is not None else 0):
             try:
                 window = application.get_child_at_index(index)
                 if self._has_role(window, "alert"):
                     yield window
             except self._gone:
                 continue
+
+    def _is(self, item, state):
+        try:
+            item.clear_cache()
+            return item.get_state_set().contains(state)
+        except self._gone:
+            return False
+
+    def await_box(self, beginning, seconds=20):
+        """The message box that says so, when it has the keys: it is seen before it gets them."""
+        box = wait_until(lambda: self._box(beginning), f"the message “{beginning}”", seconds)
+        wait_until(lambda: self._is(box, self._accessibility.StateType.ACTIVE), f"“{beginning}” to have the keys")
+        return box
+
+    def answer_box(self, beginning, seconds=20):
+        """Waits for the message box that says so, and presses its button with the key that does."""
+        box = self.await_box(beginning, seconds)
+        self.press("Return")
+        wait_until(lambda: not self._is(box, self._accessibility.StateType.SHOWING), f"“{beginning}” to go")
 
     def status(self, beginning):
         """A text that begins so now, as a function that tells what it has become: quicker than the whole tree is walked,
