@@ -226,7 +226,7 @@ class Player:
         for index in range(application.get_child_count() if application is not None else 0):
             try:
                 window = application.get_child_at_index(index)
-                if self._has_role(window, "alert"):
+                if window is not None and self._has_role(window, "alert"):
                     yield window
             except self._gone:
                 continue
