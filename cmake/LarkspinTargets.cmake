@@ -39,11 +39,8 @@ if(LARKSPIN_SANITIZE)
     add_link_options(-fsanitize=${LARKSPIN_SANITIZE})
     # For tests that would take minutes there, and need only walk the same way.
     add_compile_definitions(LARKSPIN_SANITIZED)
-    if(LARKSPIN_SANITIZE MATCHES "thread")
-        add_compile_definitions(LARKSPIN_THREADS_WATCHED)
-    endif()
-    # Several sources of a library at once: these builds are made whole, by ./check, and what takes its time is the
-    # headers. Names in unnamed namespaces are therefore unique in a library, and in a test of windows.
+    # Several sources of a library or a test at once: these builds are made whole, by ./check, and what takes its time
+    # is the headers. Names in unnamed namespaces are therefore unique in it.
     set(CMAKE_UNITY_BUILD ON)
     set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 endif()
@@ -144,15 +141,11 @@ function(larkspin_test name)
         larkspin_warnings(${name})
         target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
         target_link_libraries(${name} PRIVATE ${ARG_CALLS} GTest::gmock)
+        larkspin_compile_quickly(${name})
         if("qt_test_main" IN_LIST ARG_CALLS)
-            larkspin_compile_quickly(${name})
             target_precompile_headers(${name} REUSE_FROM qt_test_main)
-        else()
-            set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
-            if("sound" IN_LIST ARG_LABELS)
-                larkspin_compile_quickly(${name})
-                target_precompile_headers(${name} REUSE_FROM sound_test_headers)
-            endif()
+        elseif("sound" IN_LIST ARG_LABELS)
+            target_precompile_headers(${name} REUSE_FROM sound_test_headers)
         endif()
         # What reckons for long leaves the processor to what drives the program beside it, and listens.
         set(command $<TARGET_FILE:${name}>)

@@ -9,7 +9,7 @@
 namespace sound::test {
 namespace {
 
-constexpr double pi = std::numbers::pi;
+using std::numbers::pi;
 
 // The component at @p hertz of a stretch under a Hann window, turned back to phase 0 at the stretch's frame 0.
 std::complex<double> component(std::span<const float> mono, double hertz, SampleRate rate)
@@ -134,6 +134,11 @@ double measuredFrequency(std::span<const float> mono, SampleRate rate, double ex
         square += place * place;
     }
     return expected + product / square / (2 * pi) * rate.hertz / static_cast<double>(hop);
+}
+
+double pitchOf(int semitones)
+{
+    return std::exp2(semitones / 12.0);
 }
 
 double centsBetween(double hertz, double reference)

@@ -3,11 +3,24 @@
 #include "sound/media/SampleSource.h"
 
 #include <functional>
+#include <numbers>
 #include <span>
 #include <vector>
 
 /// Sounds that a test makes, and what it measures of sounds that it hears.
 namespace sound::test {
+
+/// That of a CD, for sounds that might have any.
+inline constexpr SampleRate cdRate{44100};
+
+/// What outputs ask for at once, at that rate: a hundredth of a second.
+inline constexpr FrameCount hundredth{441};
+
+/// In radians.
+inline constexpr double turn = 2 * std::numbers::pi;
+
+/// How many times higher a sound is by so many semitones.
+double pitchOf(int semitones);
 
 /// A sound in memory, all decoded; or only up to a place that the test moves.
 class MemorySound : public SampleSource

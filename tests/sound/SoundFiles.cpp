@@ -3,6 +3,7 @@
 #include "sound/ChildProcess.h"
 
 #include <gtest/gtest.h>
+#include <QDir>
 #include <QFile>
 #include <cmath>
 #include <cstring>
@@ -100,6 +101,11 @@ std::vector<float> decodedByFfmpeg(const QString& path, int channels)
     if (!samples.empty())
         std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
     return samples;
+}
+
+QStringList everythingIn(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
 QByteArray contentOf(const QString& path)

@@ -59,4 +59,7 @@ std::vector<float> decodedByFfmpeg(const QString& path, int channels);
 
 QByteArray contentOf(const QString& path);
 
+/// The names of all that is in the folder, be it hidden.
+QStringList everythingIn(const QString& folder);
+
 }  // namespace sound::test

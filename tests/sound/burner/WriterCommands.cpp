@@ -92,7 +92,7 @@ bool EmulatedWriter::execute(const Command& command, Sense& sense)
     case 0x00:  // test unit ready
         return onlyWithDisc();
     case 0x12:
-        return reply(inquiry());
+        return reply(writerreplies::inquiry());
     case 0x1b:  // start or stop, open or close
         if ((words[4] & 2) != 0) {
             trayOpen = (words[4] & 1) == 0;

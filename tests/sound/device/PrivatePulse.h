@@ -4,11 +4,18 @@
 #include "sound/units/Frames.h"
 
 #include <QTemporaryDir>
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace sound::test {
+
+/// That of most sound servers.
+inline constexpr SampleRate serverRate{48000};
+
+/// How long to wait for servers that do answer, on a machine as busy as it likes.
+inline constexpr std::chrono::seconds patient{20};
 
 /// A sound server of the test's own, on a socket of its own, whose one output is a null sink in floating point at a
 /// rate of the test's choice. While it lives, this process and its children talk to it.

@@ -16,9 +16,6 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-constexpr SampleRate rate{48000};
-constexpr auto patient = 20s;  // for servers that answer, on a machine as busy as it likes
-
 /// What the server says of the volumes of its output's channels, and whether it is muted.
 std::string volumes()
 {
@@ -43,7 +40,7 @@ class EachVolume : public ::testing::TestWithParam<VolumeRow>
 
 TEST_P(EachVolume, IsReadAndLeftAsItWas)
 {
-    PrivatePulse pulse(rate);
+    PrivatePulse pulse(serverRate);
     ASSERT_TRUE(pulse.start());
     setVolume(GetParam().ofChannels);
     const std::string before = volumes();
@@ -69,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(Values, EachVolume,
 
 TEST(PulseMixerTest, ReadsTheVolumeAlsoOfAMutedOutput)
 {
-    PrivatePulse pulse(rate);
+    PrivatePulse pulse(serverRate);
     ASSERT_TRUE(pulse.start());
     setVolume({"16384"});
     pactl({"set-sink-mute", "speakers", "1"});
@@ -84,7 +81,7 @@ TEST(PulseMixerTest, ReadsTheVolumeAlsoOfAMutedOutput)
 
 TEST(PulseMixerTest, ReadsTheDefaultOutputOfSeveral)
 {
-    PrivatePulse pulse(rate);
+    PrivatePulse pulse(serverRate);
     ASSERT_TRUE(pulse.start());
     setVolume({"10000"});
     pactl({"load-module", "module-null-sink", "sink_name=phones"});
@@ -98,7 +95,7 @@ TEST(PulseMixerTest, ReadsTheDefaultOutputOfSeveral)
 
 TEST(PulseMixerTest, OpensButFindsNoControlWhereTheServerHasNoOutput)
 {
-    PrivatePulse pulse(rate);
+    PrivatePulse pulse(serverRate);
     ASSERT_TRUE(pulse.start());
     pactl({"unload-module", "module-null-sink"});
     PulseMixer mixer(patient);
@@ -108,7 +105,7 @@ TEST(PulseMixerTest, OpensButFindsNoControlWhereTheServerHasNoOutput)
 
 TEST(PulseMixerTest, CannotReadAnOutputThatIsGone)
 {
-    PrivatePulse pulse(rate);
+    PrivatePulse pulse(serverRate);
     ASSERT_TRUE(pulse.start());
     PulseMixer mixer(patient);
     ASSERT_EQ(mixer.mixerOpen(), 0);
@@ -119,7 +116,7 @@ TEST(PulseMixerTest, CannotReadAnOutputThatIsGone)
 
 TEST(PulseMixerTest, CannotReadFromAServerThatIsGone)
 {
-    PrivatePulse pulse(rate);
+    PrivatePulse pulse(serverRate);
     ASSERT_TRUE(pulse.start());
     PulseMixer mixer(patient);
     ASSERT_EQ(mixer.mixerOpen(), 0);
@@ -132,7 +129,7 @@ TEST(PulseMixerTest, CannotReadFromAServerThatIsGone)
 
 TEST(PulseMixerTest, DoesNotOpenWithoutAServerAndKnowsItAtOnce)
 {
-    const PrivatePulse pulse(rate);  // not started: its socket leads nowhere
+    const PrivatePulse pulse(serverRate);  // not started: its socket leads nowhere
     PulseMixer mixer(patient);
     const Clock::time_point begun = Clock::now();
     EXPECT_NE(mixer.mixerOpen(), 0);

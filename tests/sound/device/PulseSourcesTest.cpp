@@ -20,8 +20,6 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-constexpr SampleRate rate{48000};
-constexpr auto patient = 20s;  // for servers that answer, on a machine as busy as it likes
 const QString mic = "mic.monitor";
 
 class PulseSourcesTest : public ::testing::Test
@@ -35,7 +33,7 @@ protected:
     void startServer()
     {
         ASSERT_TRUE(pulse.start());
-        addOutput("mic", rate);
+        addOutput("mic", serverRate);
     }
 
     QStringList keys() const
@@ -54,7 +52,7 @@ protected:
         EXPECT_THAT(volumes(), HasSubstr("front-right: " + std::to_string(right) + " "));
     }
 
-    PrivatePulse pulse{rate};
+    PrivatePulse pulse{serverRate};
     std::unique_ptr<PulseSources> sources;
 };
 
@@ -74,7 +72,7 @@ TEST_F(PulseSourcesTest, AMonitorHasAReadableNameAndWithoutPortsIsOneLine)
     const CaptureDevice device = sources->device(mic);
     EXPECT_EQ(device.key, mic);
     EXPECT_EQ(device.name, "Monitor of MIC");
-    EXPECT_EQ(device.rate, rate);
+    EXPECT_EQ(device.rate, serverRate);
     EXPECT_EQ(device.volume, 100);
     ASSERT_EQ(device.lines.size(), 1U);
     EXPECT_EQ(device.lines[0].key, "");
@@ -146,7 +144,7 @@ TEST_F(PulseSourcesTest, WhatIsNotThereCannotBeCaptured)
 {
     CaptureRing ring{{48000}};
     Wakeup reader;
-    const CaptureDevice gone{"gone", "Gone", rate, 100, {{{}, "Gone"}}, 0};
+    const CaptureDevice gone{"gone", "Gone", serverRate, 100, {{{}, "Gone"}}, 0};
     const Clock::time_point begun = Clock::now();
     EXPECT_EQ(sources->capture(gone, ring, reader), nullptr);
     startServer();
@@ -233,7 +231,7 @@ TEST(SilentPulseSourcesTest, ACaptureThatTheServerNeverAnswersIsGivenUp)
     Wakeup reader;
     PulseSources sources;
     const Clock::time_point begun = Clock::now();
-    EXPECT_EQ(sources.capture({mic, mic, rate, 100, {{{}, mic}}, 0}, ring, reader), nullptr);
+    EXPECT_EQ(sources.capture({mic, mic, serverRate, 100, {{{}, mic}}, 0}, ring, reader), nullptr);
     EXPECT_LT(Clock::now() - begun, 10s);
 }
 

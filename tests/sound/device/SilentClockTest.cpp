@@ -11,13 +11,13 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr SampleRate rate{48000};
+constexpr SampleRate clockRate{48000};
 constexpr FrameCount bufferFull{2880};  // 60 ms
 
 TEST(SilentClockTest, BeforeItStartsItTakesABufferFullAndNoMore)
 {
     SilentClock clock;
-    clock.open(rate);
+    clock.open(clockRate);
     EXPECT_EQ(clock.wanted(), bufferFull);
     clock.write(bufferFull);
     EXPECT_EQ(clock.wanted(), FrameCount{0});
@@ -27,7 +27,7 @@ TEST(SilentClockTest, BeforeItStartsItTakesABufferFullAndNoMore)
 TEST(SilentClockTest, OnceStartedItPlaysAtThePaceOfTheClock)
 {
     SilentClock clock;
-    clock.open(rate);
+    clock.open(clockRate);
     clock.start({0});
     const auto begun = std::chrono::steady_clock::now();
     std::int64_t written = 0;
@@ -49,7 +49,7 @@ TEST(SilentClockTest, OnceStartedItPlaysAtThePaceOfTheClock)
 TEST(SilentClockTest, WhatWasUnderWayElsewhereIsStillPlayed)
 {
     SilentClock clock;
-    clock.open(rate);
+    clock.open(clockRate);
     clock.start({1200});
     EXPECT_GT(clock.delay(), FrameCount{600});
     EXPECT_LE(clock.delay(), FrameCount{1200});
@@ -58,7 +58,7 @@ TEST(SilentClockTest, WhatWasUnderWayElsewhereIsStillPlayed)
 TEST(SilentClockTest, StoppingDropsWhatIsQueued)
 {
     SilentClock clock;
-    clock.open(rate);
+    clock.open(clockRate);
     clock.write(bufferFull);
     clock.start({0});
     clock.stop();

@@ -13,8 +13,6 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
-
 std::vector<float> wave(std::size_t samples, double cycles, double phase, double amplitude = 0.5)
 {
     std::vector<float> made;
@@ -27,7 +25,7 @@ std::vector<float> wave(std::size_t samples, double cycles, double phase, double
 
 std::vector<float> noise(std::size_t samples, unsigned seed)
 {
-    return noiseSound(rate, 1, {static_cast<std::int64_t>(samples)}, seed).interleaved();
+    return noiseSound(cdRate, 1, {static_cast<std::int64_t>(samples)}, seed).interleaved();
 }
 
 TEST(CrossfadeTest, TheWeightsKeepThePowerAtEverySimilarity)
@@ -177,9 +175,9 @@ TEST(CrossfadeTest, NoFramesAreNoFade)
     crossfade(sound.data(), sound.data(), {0}, 2);
     fadeIn(sound.data(), {0}, 2);
     fadeOut(sound.data(), {0}, {0}, 2);
-    expectSame(sound, std::vector<float>(2, 1.0F), 2, rate);
+    expectSame(sound, std::vector<float>(2, 1.0F), 2, cdRate);
     fadeOut(sound.data(), {0}, {1}, 2);
-    expectSame(sound, std::vector<float>(2, 0.0F), 2, rate);
+    expectSame(sound, std::vector<float>(2, 0.0F), 2, cdRate);
 }
 
 }  // namespace

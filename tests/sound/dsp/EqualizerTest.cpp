@@ -163,18 +163,16 @@ TEST_P(EqualizerRateTest, ABandThatTheRateCannotCarryChangesNotABit)
 INSTANTIATE_TEST_SUITE_P(Rates, EqualizerRateTest, ::testing::Values(8000, 22050, 44100, 48000, 192000),
                          [](const auto& row) { return "At" + std::to_string(row.param) + "Hertz"; });
 
-constexpr SampleRate rate{44100};
-
 std::vector<float> noise()
 {
-    return noiseSound(rate, 2, {22050}).interleaved();
+    return noiseSound(cdRate, 2, {22050}).interleaved();
 }
 
 TEST(EqualizerTest, FarFromItsCentreABandDoesNothing)
 {
-    Equalizer equalizer = settledAt(oneBand(1000, 15), rate);
-    EXPECT_NEAR(gainAt(50, equalizer, rate), 0, 0.1);
-    EXPECT_NEAR(gainAt(16000, equalizer, rate), 0, 0.1);
+    Equalizer equalizer = settledAt(oneBand(1000, 15), cdRate);
+    EXPECT_NEAR(gainAt(50, equalizer, cdRate), 0, 0.1);
+    EXPECT_NEAR(gainAt(16000, equalizer, cdRate), 0, 0.1);
 }
 
 TEST(EqualizerTest, BandsAddUpInDecibels)
@@ -182,56 +180,56 @@ TEST(EqualizerTest, BandsAddUpInDecibels)
     EqualizerBands bands = oneBand(1000, 6);
     bands.band[1] = {1000, octave, -9};
     bands.count = 2;
-    Equalizer equalizer = settledAt(bands, rate);
-    EXPECT_NEAR(gainAt(1000, equalizer, rate), -3, 0.1);
+    Equalizer equalizer = settledAt(bands, cdRate);
+    EXPECT_NEAR(gainAt(1000, equalizer, cdRate), -3, 0.1);
 }
 
 TEST(EqualizerTest, WithAllGainsAt0NotABitIsChanged)
 {
-    Equalizer equalizer = settledAt(allBands(0), rate);
-    expectSame(through(equalizer, noise()), noise(), 2, rate);
+    Equalizer equalizer = settledAt(allBands(0), cdRate);
+    expectSame(through(equalizer, noise()), noise(), 2, cdRate);
 }
 
 TEST(EqualizerTest, WithoutBandsNotABitIsChanged)
 {
     Equalizer equalizer;
-    equalizer.prepare(rate);
-    expectSame(through(equalizer, noise()), noise(), 2, rate);
+    equalizer.prepare(cdRate);
+    expectSame(through(equalizer, noise()), noise(), 2, cdRate);
 }
 
 TEST(EqualizerTest, SwitchedOffNotABitIsChanged)
 {
-    Equalizer equalizer = settledAt(allBands(12, false), rate);
-    expectSame(through(equalizer, noise()), noise(), 2, rate);
+    Equalizer equalizer = settledAt(allBands(12, false), cdRate);
+    expectSame(through(equalizer, noise()), noise(), 2, cdRate);
 }
 
 TEST(EqualizerTest, SoonAfterItIsSwitchedOffNotABitIsChanged)
 {
-    Equalizer equalizer = settledAt(allBands(-12), rate);
+    Equalizer equalizer = settledAt(allBands(-12), cdRate);
     const auto changed = through(equalizer, noise());
     EXPECT_NE(changed, noise());
     equalizer.set(allBands(-12, false));
     through(equalizer, std::vector<float>(2 * 2205, 0.1F));
-    expectSame(through(equalizer, noise()), noise(), 2, rate);
+    expectSame(through(equalizer, noise()), noise(), 2, cdRate);
 }
 
 TEST(EqualizerTest, BlocksOfAnySizeSoundTheSame)
 {
-    Equalizer one = settledAt(allBands(9), rate);
+    Equalizer one = settledAt(allBands(9), cdRate);
     Equalizer other = one;
-    expectSame(through(one, noise(), 37), through(other, noise(), 4096), 2, rate);
+    expectSame(through(one, noise(), 37), through(other, noise(), 4096), 2, cdRate);
 }
 
 TEST(EqualizerTest, AGainThatMovesFromEndToEndDoesNotClick)
 {
     for (const double hertz : {80.0, 310.0, 1000.0, 6000.0}) {
         const auto band = static_cast<float>(hertz);
-        const auto sound = sineSound(rate, 2, hertz, 0.5).interleaved();
-        Equalizer loud = settledAt(oneBand(band, 15), rate);
+        const auto sound = sineSound(cdRate, 2, hertz, 0.5).interleaved();
+        Equalizer loud = settledAt(oneBand(band, 15), cdRate);
         const auto steady = channelOf(through(loud, sound), 2, 0);
         const double steadyBend = largestBend(std::span(steady).subspan(11025));
 
-        Equalizer moving = settledAt(oneBand(band, -15), rate);
+        Equalizer moving = settledAt(oneBand(band, -15), cdRate);
         through(moving, sound);
         moving.set(oneBand(band, 15));
         const auto rising = channelOf(through(moving, sound), 2, 0);
@@ -249,10 +247,10 @@ TEST(EqualizerTest, ASliderThatIsSweptFastSpreadsNothingOverTheSpectrum)
 {
     for (const double hertz : {80.0, 310.0, 1000.0}) {
         const auto band = static_cast<float>(hertz);
-        std::vector<float> sound = sineSound(rate, 2, hertz, 2).interleaved();
+        std::vector<float> sound = sineSound(cdRate, 2, hertz, 2).interleaved();
         for (float& sample : sound)
             sample *= 0.3F;
-        Equalizer equalizer = settledAt(oneBand(band, 0), rate);
+        Equalizer equalizer = settledAt(oneBand(band, 0), cdRate);
         std::mt19937 random(1);
         std::uniform_real_distribution<float> gain(-15, 15);
         constexpr std::size_t block = 2 * 441;
@@ -261,29 +259,29 @@ TEST(EqualizerTest, ASliderThatIsSweptFastSpreadsNothingOverTheSpectrum)
             equalizer.process(sound.data() + place, {441});
         }
         const auto heard = channelOf(sound, 2, 0);
-        const double tone = amplitudeAt(heard, rate, hertz);
+        const double tone = amplitudeAt(heard, cdRate, hertz);
         double farthest = 0;
         for (double place = 10 * hertz + 3000; place < 20000; place += 37)
-            farthest = std::max(farthest, amplitudeAt(heard, rate, place));
+            farthest = std::max(farthest, amplitudeAt(heard, cdRate, place));
         EXPECT_LT(decibels(farthest, tone), -110) << hertz;
     }
 }
 
 TEST(EqualizerTest, AGainThatMovesArrivesWithinATwentiethOfASecond)
 {
-    Equalizer moving = settledAt(oneBand(1000, -15), rate);
+    Equalizer moving = settledAt(oneBand(1000, -15), cdRate);
     moving.set(oneBand(1000, 15));
     through(moving, std::vector<float>(2 * 2205, 0.0F));
-    EXPECT_NEAR(gainAt(1000, moving, rate), 15, 0.1);
+    EXPECT_NEAR(gainAt(1000, moving, cdRate), 15, 0.1);
 }
 
 TEST(EqualizerTest, SettlingForgetsTheSoundSoFar)
 {
-    Equalizer equalizer = settledAt(allBands(15), rate);
+    Equalizer equalizer = settledAt(allBands(15), cdRate);
     through(equalizer, noise());
     equalizer.settle();
     const std::vector<float> silence(2 * 441, 0.0F);
-    expectSame(through(equalizer, silence), silence, 2, rate);
+    expectSame(through(equalizer, silence), silence, 2, cdRate);
 }
 
 TEST(EqualizerTest, AnotherRateKeepsTheGains)
@@ -295,19 +293,19 @@ TEST(EqualizerTest, AnotherRateKeepsTheGains)
 
 TEST(EqualizerTest, ABandMayBeMovedElsewhere)
 {
-    Equalizer equalizer = settledAt(oneBand(1000, 6), rate);
+    Equalizer equalizer = settledAt(oneBand(1000, 6), cdRate);
     equalizer.set(oneBand(3000, -6));
     through(equalizer, noise());
-    EXPECT_NEAR(gainAt(3000, equalizer, rate), -6, 0.1);
-    EXPECT_GT(gainAt(1000, equalizer, rate), -2);
+    EXPECT_NEAR(gainAt(3000, equalizer, cdRate), -6, 0.1);
+    EXPECT_GT(gainAt(1000, equalizer, cdRate), -2);
 }
 
 TEST(EqualizerTest, FullScaleWithAllBandsAtTheirTopIsLimitedAndStaysATone)
 {
-    Equalizer equalizer = settledAt(allBands(15), rate);
+    Equalizer equalizer = settledAt(allBands(15), cdRate);
     Limiter limiter({441});
-    limiter.prepare(rate);
-    auto sound = sineSound(rate, 2, 1000, 2).interleaved();
+    limiter.prepare(cdRate);
+    auto sound = sineSound(cdRate, 2, 1000, 2).interleaved();
     for (float& sample : sound)
         sample *= 2;
     for (std::size_t place = 0; place < sound.size(); place += 2 * 441) {
@@ -317,11 +315,11 @@ TEST(EqualizerTest, FullScaleWithAllBandsAtTheirTopIsLimitedAndStaysATone)
     EXPECT_TRUE(std::all_of(sound.begin(), sound.end(), [](float sample) { return std::abs(sample) <= 1; }));
     const auto heard = channelOf(sound, 2, 0);
     const auto steady = std::span(heard).subspan(44100);
-    const double tone = amplitudeAt(steady, rate, 1000);
+    const double tone = amplitudeAt(steady, cdRate, 1000);
     EXPECT_GT(tone, 0.97);
     double harmonics = 0;
     for (int harmonic = 2; harmonic < 20; ++harmonic)
-        harmonics += std::pow(amplitudeAt(steady, rate, 1000.0 * harmonic), 2);
+        harmonics += std::pow(amplitudeAt(steady, cdRate, 1000.0 * harmonic), 2);
     // The bands add up to more than 20 dB. A sine that is clipped so far is a square wave: 48%.
     EXPECT_LT(std::sqrt(harmonics) / tone, 0.03);
 }
@@ -329,7 +327,7 @@ TEST(EqualizerTest, FullScaleWithAllBandsAtTheirTopIsLimitedAndStaysATone)
 TEST(EqualizerTest, NoiseAtAllGainsStaysFinite)
 {
     for (const float gain : {-15.0F, 15.0F}) {
-        Equalizer equalizer = settledAt(allBands(gain), rate);
+        Equalizer equalizer = settledAt(allBands(gain), cdRate);
         const auto heard = through(equalizer, noise());
         EXPECT_TRUE(allFinite(heard));
     }

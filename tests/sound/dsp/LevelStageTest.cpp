@@ -11,23 +11,21 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
-
 std::vector<float> ones(FrameCount frames)
 {
     std::vector<float> sound(static_cast<std::size_t>(2 * frames.value), 1.0F);
     return sound;
 }
 
-std::vector<float> noise()
+std::vector<float> briefNoise()
 {
-    return noiseSound(rate, 2, {4410}).interleaved();
+    return noiseSound(cdRate, 2, {4410}).interleaved();
 }
 
 LevelStage settledAt(int gain, int balance)
 {
     LevelStage stage;
-    stage.prepare(rate);
+    stage.prepare(cdRate);
     stage.set(gain, balance);
     stage.settle();
     return stage;
@@ -42,14 +40,14 @@ std::vector<float> through(LevelStage& stage, std::vector<float> sound)
 TEST(LevelStageTest, FullGainInTheMiddleChangesNotABit)
 {
     LevelStage stage = settledAt(100, 0);
-    expectSame(through(stage, noise()), noise(), 2, rate);
+    expectSame(through(stage, briefNoise()), briefNoise(), 2, cdRate);
 }
 
 TEST(LevelStageTest, AFreshStageChangesNotABit)
 {
     LevelStage stage;
-    stage.prepare(rate);
-    expectSame(through(stage, noise()), noise(), 2, rate);
+    stage.prepare(cdRate);
+    expectSame(through(stage, briefNoise()), briefNoise(), 2, cdRate);
 }
 
 struct LevelCase
@@ -91,8 +89,8 @@ INSTANTIATE_TEST_SUITE_P(Levels, LevelStageLevelTest,
 TEST(LevelStageTest, TheSideThatIsNotTurnedDownKeepsEveryBit)
 {
     LevelStage stage = settledAt(100, -50);
-    const auto sound = through(stage, noise());
-    expectSame(channelOf(sound, 2, 0), channelOf(noise(), 2, 0), 1, rate);
+    const auto sound = through(stage, briefNoise());
+    expectSame(channelOf(sound, 2, 0), channelOf(briefNoise(), 2, 0), 1, cdRate);
     EXPECT_EQ(channelOf(sound, 2, 1), std::vector<float>(sound.size() / 2, 0.0F));
 }
 
@@ -115,14 +113,14 @@ TEST(LevelStageTest, AfterAMoveTheTargetIsReachedToTheBit)
 {
     for (const int gain : {99, 77, 50, 1, 0}) {
         LevelStage stage;
-        stage.prepare(rate);
+        stage.prepare(cdRate);
         stage.set(gain, 0);
         through(stage, ones({882}));
         LevelStage still = settledAt(gain, 0);
-        expectSame(through(stage, noise()), through(still, noise()), 2, rate);
+        expectSame(through(stage, briefNoise()), through(still, briefNoise()), 2, cdRate);
         stage.set(100, 0);
         through(stage, ones({882}));
-        expectSame(through(stage, noise()), noise(), 2, rate);
+        expectSame(through(stage, briefNoise()), briefNoise(), 2, cdRate);
     }
 }
 
@@ -136,7 +134,7 @@ TEST(LevelStageTest, AMoveThatIsTakenBackAtOnceStillEndsAtTheBit)
             through(stage, ones({framesBetween}));
             stage.set(100, 0);
             through(stage, ones({hertz / 50}));
-            expectSame(through(stage, noise()), noise(), 2, rate);
+            expectSame(through(stage, briefNoise()), briefNoise(), 2, cdRate);
         }
     }
 }
@@ -144,23 +142,23 @@ TEST(LevelStageTest, AMoveThatIsTakenBackAtOnceStillEndsAtTheBit)
 TEST(LevelStageTest, AMoveInPiecesIsTheMoveInOne)
 {
     LevelStage whole;
-    whole.prepare(rate);
+    whole.prepare(cdRate);
     LevelStage pieces = whole;
     whole.set(20, 30);
     pieces.set(20, 30);
-    const auto wanted = through(whole, noise());
-    std::vector<float> actual = noise();
+    const auto wanted = through(whole, briefNoise());
+    std::vector<float> actual = briefNoise();
     for (std::int64_t begin = 0, size = 1; begin < 4410; begin += size, ++size) {
         pieces.set(20, 30);  // the same again begins nothing anew
         pieces.process(actual.data() + 2 * begin, {std::min(size, 4410 - begin)});
     }
-    expectSame(actual, wanted, 2, rate);
+    expectSame(actual, wanted, 2, cdRate);
 }
 
 TEST(LevelStageTest, SettlingJumps)
 {
     LevelStage stage;
-    stage.prepare(rate);
+    stage.prepare(cdRate);
     stage.set(50, 0);
     stage.settle();
     EXPECT_FLOAT_EQ(through(stage, ones({1})).front(), 0.25F);

@@ -13,24 +13,22 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
-constexpr FrameCount block{441};
 constexpr double overdrive = 5.6234;  // 15 dB
 
 class LimiterTest : public ::testing::Test
 {
 protected:
-    LimiterTest() { limiter.prepare(rate); }
+    LimiterTest() { limiter.prepare(cdRate); }
 
     std::vector<float> through(std::vector<float> stereo)
     {
         const auto frames = static_cast<std::int64_t>(stereo.size() / 2);
-        for (std::int64_t begin = 0; begin < frames; begin += block.value)
-            limiter.process(stereo.data() + 2 * begin, {std::min(block.value, frames - begin)});
+        for (std::int64_t begin = 0; begin < frames; begin += hundredth.value)
+            limiter.process(stereo.data() + 2 * begin, {std::min(hundredth.value, frames - begin)});
         return stereo;
     }
 
-    Limiter limiter{block};
+    Limiter limiter{hundredth};
 };
 
 std::vector<float> amplified(std::vector<float> sound, double factor)
@@ -42,12 +40,12 @@ std::vector<float> amplified(std::vector<float> sound, double factor)
 
 std::vector<float> sine(double hertz, double amplitude, double seconds)
 {
-    return amplified(sineSound(rate, 2, hertz, seconds).interleaved(), 2 * amplitude);
+    return amplified(sineSound(cdRate, 2, hertz, seconds).interleaved(), 2 * amplitude);
 }
 
 std::vector<float> noise(double amplitude)
 {
-    return amplified(noiseSound(rate, 2, {22050}).interleaved(), 4 * amplitude);
+    return amplified(noiseSound(cdRate, 2, {22050}).interleaved(), 4 * amplitude);
 }
 
 TEST_F(LimiterTest, UpToFullScaleNotABitIsChanged)
@@ -55,7 +53,7 @@ TEST_F(LimiterTest, UpToFullScaleNotABitIsChanged)
     auto sound = noise(1);
     sound[1000] = 1;
     sound[2001] = -1;
-    expectSame(through(sound), sound, 2, rate);
+    expectSame(through(sound), sound, 2, cdRate);
 }
 
 TEST_F(LimiterTest, NothingEverLeavesFullScaleOrChangesItsSign)
@@ -82,7 +80,7 @@ TEST_F(LimiterTest, ASecondBehindAPeakEveryBitPassesAgain)
     through(noise(overdrive));
     through(sine(440, 0.5, 1.2));
     const auto sound = noise(1);
-    expectSame(through(sound), sound, 2, rate);
+    expectSame(through(sound), sound, 2, cdRate);
 }
 
 TEST_F(LimiterTest, TheGainFallsBeforeThePeakAndComesBackSlowlyBehindIt)
@@ -129,8 +127,8 @@ TEST_F(LimiterTest, ATooLoudToneStaysATone)
         const auto steady = std::span(limited).subspan(44100);
         double harmonics = 0;
         for (int harmonic = 2; harmonic < 10; ++harmonic)
-            harmonics += std::pow(amplitudeAt(steady, rate, hertz * harmonic), 2);
-        const double tone = amplitudeAt(steady, rate, hertz);
+            harmonics += std::pow(amplitudeAt(steady, cdRate, hertz * harmonic), 2);
+        const double tone = amplitudeAt(steady, cdRate, hertz);
         EXPECT_NEAR(tone, 1, 0.03);
         EXPECT_LT(std::sqrt(harmonics) / tone, mostDistortion) << hertz;
     }
@@ -141,7 +139,7 @@ TEST_F(LimiterTest, ResettingForgetsThePeak)
     through(noise(overdrive));
     limiter.reset();
     const auto sound = noise(1);
-    expectSame(through(sound), sound, 2, rate);
+    expectSame(through(sound), sound, 2, cdRate);
 }
 
 TEST_F(LimiterTest, ABlockOfNoFramesIsNothing)

@@ -14,15 +14,11 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
-constexpr FrameCount block{441};
-constexpr double turn = 2 * std::numbers::pi;
-
 std::vector<float> rendered(VariableRate& variable, FrameInput& input, std::int64_t frames, int channels = 1)
 {
     std::vector<float> sound(static_cast<std::size_t>(frames * channels));
-    for (std::int64_t begin = 0; begin < frames; begin += block.value)
-        variable.render(input, {std::min(block.value, frames - begin)}, sound.data() + begin * channels);
+    for (std::int64_t begin = 0; begin < frames; begin += hundredth.value)
+        variable.render(input, {std::min(hundredth.value, frames - begin)}, sound.data() + begin * channels);
     return sound;
 }
 
@@ -53,21 +49,21 @@ public:
             places.push_back(variable.inputAt(static_cast<double>(frame)));
         const auto heard = rendered(variable, input, frames);
         for (std::size_t frame = 0; frame < heard.size(); ++frame) {
-            const double time = places[frame] / rate.hertz;
+            const double time = places[frame] / cdRate.hertz;
             const double wanted = 0.5 * std::sin(turn * (300 * time + 150 * time * time));
-            const double halfAFrame = 0.5 * 0.5 * turn * (300 + 300 * time) / rate.hertz;
+            const double halfAFrame = 0.5 * 0.5 * turn * (300 + 300 * time) / cdRate.hertz;
             ASSERT_NEAR(heard[frame], wanted, halfAFrame) << "place " << places[frame];
         }
     }
 
-    const MemorySound sound = sweepSound(rate, 300, 300, 12);
+    const MemorySound sound = sweepSound(cdRate, 300, 300, 12);
     SoundInput input{sound};
 };
 
 class VariableRateTest : public ::testing::Test
 {
 protected:
-    VariableRateTest() { variable.prepare(1, block); }
+    VariableRateTest() { variable.prepare(1, hundredth); }
 
     std::vector<float> render(FrameInput& input, std::int64_t frames) { return rendered(variable, input, frames); }
 
@@ -83,17 +79,17 @@ protected:
 TEST_P(VariableRateSpeedTest, PitchFollowsTheSpeedToATenthOfACent)
 {
     for (const double hertz : {55.0, 440.0, 3000.0}) {
-        const MemorySound sound = sineSound(rate, 1, hertz, 4);
+        const MemorySound sound = sineSound(cdRate, 1, hertz, 4);
         SoundInput input(sound);
         variable.start(input, speed);
-        const auto heard = render(input, 2 * rate.hertz);
-        EXPECT_NEAR(centsBetween(measuredFrequency(heard, rate, hertz * speed), hertz * speed), 0, 0.01) << hertz;
+        const auto heard = render(input, 2 * cdRate.hertz);
+        EXPECT_NEAR(centsBetween(measuredFrequency(heard, cdRate, hertz * speed), hertz * speed), 0, 0.01) << hertz;
     }
 }
 
 TEST_P(VariableRateSpeedTest, TheFirstFrameIsTheOneAskedFor)
 {
-    const MemorySound sound = noiseSound(rate, 1, {44100});
+    const MemorySound sound = noiseSound(cdRate, 1, {44100});
     SoundInput input(sound);
     variable.start(input, speed);
     EXPECT_NEAR(variable.inputAt(0), static_cast<double>(VariableRate::lead().value), speed / 2 + 1e-6);
@@ -102,7 +98,7 @@ TEST_P(VariableRateSpeedTest, TheFirstFrameIsTheOneAskedFor)
 // The phase of a rising tone tells which place of it is heard.
 TEST_P(VariableRateSpeedTest, WhatIsHeardIsThePlaceThatIsTold)
 {
-    const MemorySound sound = sweepSound(rate, 300, 500, 8);
+    const MemorySound sound = sweepSound(cdRate, 300, 500, 8);
     SoundInput input(sound);
     variable.start(input, speed);
     const double first = variable.inputAt(0);
@@ -112,14 +108,14 @@ TEST_P(VariableRateSpeedTest, WhatIsHeardIsThePlaceThatIsTold)
 
     std::vector<double> phases;
     for (std::int64_t frame = 0; frame < frames; ++frame) {
-        const double time = (first + static_cast<double>(frame) * speed) / rate.hertz;
+        const double time = (first + static_cast<double>(frame) * speed) / cdRate.hertz;
         phases.push_back(turn * (300 * time + 250 * time * time));
     }
     const std::size_t window = 2048;
     const auto ahead = turnedAgainst(heard, phases, window);
     for (std::size_t index = 0; index < ahead.size(); ++index) {
-        const double time = (first + static_cast<double>(index * window / 2 + window / 2) * speed) / rate.hertz;
-        const double framesAhead = ahead[index] / turn / (300 + 500 * time) * rate.hertz;
+        const double time = (first + static_cast<double>(index * window / 2 + window / 2) * speed) / cdRate.hertz;
+        const double framesAhead = ahead[index] / turn / (300 + 500 * time) * cdRate.hertz;
         ASSERT_NEAR(framesAhead, 0, 0.3) << "window " << index;
     }
 }
@@ -128,30 +124,30 @@ TEST_P(VariableRateSpeedTest, TheLevelIsKeptUpToTwoFifthsOfTheLowerRate)
 {
     for (const double part : {0.001, 0.05, 0.1, 0.2, 0.3, 0.4}) {
         // Of the lower of the input's and the output's rate, both in the input's terms.
-        const double hertz = part * rate.hertz * std::min(1.0, 1 / speed);
-        const MemorySound sound = sineSound(rate, 1, hertz, 2);
+        const double hertz = part * cdRate.hertz * std::min(1.0, 1 / speed);
+        const MemorySound sound = sineSound(cdRate, 1, hertz, 2);
         SoundInput input(sound);
         variable.start(input, speed);
         const auto heard = render(input, 44100);
-        EXPECT_NEAR(decibels(amplitudeAt(heard, rate, hertz * speed), 0.5), 0, 0.1) << part;
+        EXPECT_NEAR(decibels(amplitudeAt(heard, cdRate, hertz * speed), 0.5), 0, 0.1) << part;
     }
 }
 
 TEST_P(VariableRateSpeedTest, NothingIsHeardBesideTheTone)
 {
     for (const double part : {0.01, 0.1, 0.25, 0.4}) {
-        const double hertz = part * rate.hertz * std::min(1.0, 1 / speed);
-        const MemorySound sound = sineSound(rate, 1, hertz, 2);
+        const double hertz = part * cdRate.hertz * std::min(1.0, 1 / speed);
+        const MemorySound sound = sineSound(cdRate, 1, hertz, 2);
         SoundInput input(sound);
         variable.start(input, speed);
         const double first = variable.inputAt(0);
         const auto heard = render(input, 44100);
         std::vector<double> phases;
         for (std::size_t frame = 0; frame < heard.size(); ++frame)
-            phases.push_back(turn * hertz * (first + static_cast<double>(frame) * speed) / rate.hertz);
+            phases.push_back(turn * hertz * (first + static_cast<double>(frame) * speed) / cdRate.hertz);
         // What is left when the tone itself, at its measured level and phase, is taken out.
         const double ahead = turnedAgainst(heard, phases, heard.size()).front();
-        const double amplitude = amplitudeAt(heard, rate, hertz * speed);
+        const double amplitude = amplitudeAt(heard, cdRate, hertz * speed);
         std::vector<float> rest;
         for (std::size_t frame = 0; frame < heard.size(); ++frame)
             rest.push_back(static_cast<float>(heard[frame] - amplitude * std::sin(phases[frame] + ahead)));
@@ -164,10 +160,10 @@ TEST_P(VariableRateSpeedTest, WhatTheOutputCannotCarryIsNotFoldedBack)
     if (speed <= 1.2)
         return;
     for (const double part : {0.6, 0.65, 0.7}) {  // of the output's rate
-        const double hertz = part / speed * rate.hertz;
-        if (hertz > 0.49 * rate.hertz)
+        const double hertz = part / speed * cdRate.hertz;
+        if (hertz > 0.49 * cdRate.hertz)
             continue;
-        const MemorySound sound = sineSound(rate, 1, hertz, 2);
+        const MemorySound sound = sineSound(cdRate, 1, hertz, 2);
         SoundInput input(sound);
         variable.start(input, speed);
         const auto heard = render(input, 44100);
@@ -201,13 +197,13 @@ TEST_F(VariableRateTest, ManyTinyChangesDoNotAddUpToAnError)
     variable.start(sweep.input, 0.5);
     for (int step = 0; step < 500; ++step) {
         variable.change(0.5 + 0.002 * step);
-        sweep.expectToldPlaces(variable, block.value);
+        sweep.expectToldPlaces(variable, hundredth.value);
     }
 }
 
 TEST_F(VariableRateTest, AChangeOfSpeedDoesNotClick)
 {
-    const MemorySound sound = sineSound(rate, 1, 440, 6);
+    const MemorySound sound = sineSound(cdRate, 1, 440, 6);
     SoundInput input(sound);
     variable.start(input, 1.6);
     const auto fast = render(input, 22050);
@@ -222,8 +218,8 @@ TEST_F(VariableRateTest, AChangeOfSpeedDoesNotClick)
 
 TEST_F(VariableRateTest, StartingAnewNothingIsLeftOfTheSoundBefore)
 {
-    const MemorySound loud = sineSound(rate, 1, 3000, 2);
-    const MemorySound silent = MemorySound::of(rate, 1, {44100}, [](std::int64_t, int) { return 0.0; });
+    const MemorySound loud = sineSound(cdRate, 1, 3000, 2);
+    const MemorySound silent = MemorySound::of(cdRate, 1, {44100}, [](std::int64_t, int) { return 0.0; });
     for (const double speed : {0.4, 1.0, 1.6}) {
         SoundInput loudInput(loud);
         variable.start(loudInput, 1.3);
@@ -232,13 +228,13 @@ TEST_F(VariableRateTest, StartingAnewNothingIsLeftOfTheSoundBefore)
         variable.start(silentInput, speed);
         const auto heard = render(silentInput, 4410);
         // A sound at half of full scale, 120 dB further down.
-        expectClose(heard, std::vector<float>(heard.size(), 0.0F), 5e-7, 1, rate);
+        expectClose(heard, std::vector<float>(heard.size(), 0.0F), 5e-7, 1, cdRate);
     }
 }
 
 TEST_F(VariableRateTest, StartingAnewSoundsAsTheFirstTime)
 {
-    const MemorySound sound = sweepSound(rate, 300, 500, 3);
+    const MemorySound sound = sweepSound(cdRate, 300, 500, 3);
     for (int time = 0; time < 20; ++time) {
         SoundInput input(sound);
         variable.start(input, 0.7 + 0.04 * time);
@@ -247,16 +243,16 @@ TEST_F(VariableRateTest, StartingAnewSoundsAsTheFirstTime)
         const auto heard = render(input, 4410);
         std::vector<float> wanted;
         for (int frame = 0; frame < 4410; ++frame) {
-            const double moment = (first + frame * (0.7 + 0.04 * time)) / rate.hertz;
+            const double moment = (first + frame * (0.7 + 0.04 * time)) / cdRate.hertz;
             wanted.push_back(static_cast<float>(0.5 * std::sin(turn * (300 * moment + 250 * moment * moment))));
         }
-        expectClose(heard, wanted, 0.005, 1, rate);
+        expectClose(heard, wanted, 0.005, 1, cdRate);
     }
 }
 
 TEST_F(VariableRateTest, ItDrawsNoMoreThanItNeedsInBlocksOfAnySizeAndAfterAnyNumberOfStarts)
 {
-    const MemorySound sound = noiseSound(rate, 1, {441'000});
+    const MemorySound sound = noiseSound(cdRate, 1, {441'000});
     for (const std::int64_t size : {1, 16, 80, 441}) {
         for (int time = 0; time < 20; ++time) {
             CountingInput input(sound);
@@ -271,22 +267,22 @@ TEST_F(VariableRateTest, ItDrawsNoMoreThanItNeedsInBlocksOfAnySizeAndAfterAnyNum
 
 TEST_F(VariableRateTest, BothChannelsAreHeardAlike)
 {
-    const MemorySound stereo = MemorySound::of(rate, 2, {88200}, [](std::int64_t frame, int channel) {
-        return 0.5 * std::sin(turn * (channel == 0 ? 440 : 1000) * static_cast<double>(frame) / rate.hertz);
+    const MemorySound stereo = MemorySound::of(cdRate, 2, {88200}, [](std::int64_t frame, int channel) {
+        return 0.5 * std::sin(turn * (channel == 0 ? 440 : 1000) * static_cast<double>(frame) / cdRate.hertz);
     });
     VariableRate both;
-    both.prepare(2, block);
+    both.prepare(2, hundredth);
     SoundInput input(stereo);
     both.start(input, 1.25);
     const auto heard = rendered(both, input, 44100, 2);
     for (const int channel : {0, 1}) {
         const auto channelSamples = channelOf(stereo.interleaved(), 2, channel);
-        const MemorySound mono(rate, 1, channelSamples);
+        const MemorySound mono(cdRate, 1, channelSamples);
         SoundInput monoInput(mono);
         VariableRate one;
-        one.prepare(1, block);
+        one.prepare(1, hundredth);
         one.start(monoInput, 1.25);
-        expectSame(channelOf(heard, 2, channel), rendered(one, monoInput, 44100), 1, rate);
+        expectSame(channelOf(heard, 2, channel), rendered(one, monoInput, 44100), 1, cdRate);
     }
 }
 

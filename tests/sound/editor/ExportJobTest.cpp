@@ -15,17 +15,15 @@ using SoundFiles = sound::test::SoundFiles;
 
 namespace {
 
-constexpr SampleRate rate{44100};
-
 std::unique_ptr<ExportJob> jobFor(const QString& path, const Changes& changes, const MemorySound& sound,
                                   FrameCount there)
 {
     auto stream = std::make_unique<MemoryStream>(sound);
     stream->endAfter(there);
     auto part = std::make_unique<SourcePart>(std::move(stream), FramePosition{0}, sound.length());
-    auto rendition = std::make_unique<Rendition>(std::move(part), RenditionSettings{changes, 1, rate, 2}, 2);
+    auto rendition = std::make_unique<Rendition>(std::move(part), RenditionSettings{changes, 1, cdRate, 2}, 2);
     return std::make_unique<ExportJob>(std::move(rendition),
-                                       SoundFileWriter::create(path, wavFormat(), rate, 2).writer);
+                                       SoundFileWriter::create(path, wavFormat(), cdRate, 2).writer);
 }
 
 std::set<short> percentsUntilFinished(const ExportJob& job)
@@ -46,7 +44,7 @@ std::set<short> percentsUntilFinished(const ExportJob& job)
 TEST(ExportJobTest, TellsManyPercentsOfAStretchThatIsOnePieceLong)
 {
     const SoundFiles files;
-    const auto job = jobFor(files.path("a.wav"), {0.5, 1, 1}, noiseSound(rate, 2, {5 * 44100}), {5 * 44100});
+    const auto job = jobFor(files.path("a.wav"), {0.5, 1, 1}, noiseSound(cdRate, 2, {5 * 44100}), {5 * 44100});
     const std::set<short> percents = percentsUntilFinished(*job);
     EXPECT_GT(percents.size(), 40U);
     EXPECT_EQ(*percents.rbegin(), 100);
@@ -57,7 +55,7 @@ TEST(ExportJobTest, TellsManyPercentsOfAStretchThatIsOnePieceLong)
 TEST(ExportJobTest, BearsALittleDamageAndRefusesToTakeMuchOfItForSilence)
 {
     const SoundFiles files;
-    const MemorySound sound = noiseSound(rate, 2, {3 * 44100});
+    const MemorySound sound = noiseSound(cdRate, 2, {3 * 44100});
     for (const Changes& changes : {Changes{}, Changes{0.8, 1, 1}}) {
         const auto bearable = jobFor(files.path("a.wav"), changes, sound, {3 * 44100 - 20'000});
         percentsUntilFinished(*bearable);
@@ -74,7 +72,7 @@ TEST(ExportJobTest, BearsALittleDamageAndRefusesToTakeMuchOfItForSilence)
 TEST(ExportJobTest, ThatGoesBeforeItsEndLeavesNoFile)
 {
     const SoundFiles files;
-    auto job = jobFor(files.path("a.wav"), {0.5, 1, 1}, noiseSound(rate, 2, {20 * 44100}), {20 * 44100});
+    auto job = jobFor(files.path("a.wav"), {0.5, 1, 1}, noiseSound(cdRate, 2, {20 * 44100}), {20 * 44100});
     job.reset();
     EXPECT_TRUE(QDir(files.folder()).isEmpty());
 }

@@ -17,8 +17,7 @@ using namespace sound::test;
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
-constexpr SampleRate rate{44100};
+using std::numbers::pi;
 constexpr FrameCount shortPiece{2 * 44100};
 
 #ifdef LARKSPIN_SANITIZED
@@ -70,8 +69,8 @@ const Changes toneChanges{0.8, std::exp2(2.0 / 12), 1};
 struct StretchedTone
 {
     explicit StretchedTone(double hertz)
-        : whole(inOnePiece(sineSound(rate, 1, hertz, seconds), toneChanges))
-        , joined(stretched(sineSound(rate, 1, hertz, seconds), toneChanges, 2, shortPiece))
+        : whole(inOnePiece(sineSound(cdRate, 1, hertz, seconds), toneChanges))
+        , joined(stretched(sineSound(cdRate, 1, hertz, seconds), toneChanges, 2, shortPiece))
     {
     }
 
@@ -97,11 +96,11 @@ protected:
 TEST_P(SteadyToneTest, HasNoDipAndNoStepAtItsJoins)
 {
     ASSERT_EQ(joined.size(), whole.size());
-    const auto window = static_cast<std::size_t>(std::max(0.02, 3 / heard) * rate.hertz);
-    const double steady = amplitudeAt(middleOf(whole), rate, heard);
+    const auto window = static_cast<std::size_t>(std::max(0.02, 3 / heard) * cdRate.hertz);
+    const double steady = amplitudeAt(middleOf(whole), cdRate, heard);
     EXPECT_NEAR(steady, 0.5, 0.005);
     for (std::size_t begin = 0; begin + window <= middleOf(joined).size(); begin += window / 2) {
-        const double amplitude = amplitudeAt(middleOf(joined).subspan(begin, window), rate, heard);
+        const double amplitude = amplitudeAt(middleOf(joined).subspan(begin, window), cdRate, heard);
         ASSERT_NEAR(decibels(amplitude, steady), 0, 0.5) << "frame " << begin;
     }
     EXPECT_LT(largestStep(middleOf(joined)), 1.1 * largestStep(middleOf(whole)));
@@ -112,13 +111,14 @@ TEST_P(SteadyToneTest, HasNoDipAndNoStepAtItsJoins)
 TEST_P(SteadyToneTest, HasItsPitchThroughAllItsJoins)
 {
     const bool treble = heard > 2000;
-    EXPECT_LT(std::abs(centsBetween(measuredFrequency(middleOf(whole), rate, heard), heard)), 0.01);
-    EXPECT_LT(std::abs(centsBetween(measuredFrequency(middleOf(joined), rate, heard), heard)), treble ? 0.1 : 0.01);
+    EXPECT_LT(std::abs(centsBetween(measuredFrequency(middleOf(whole), cdRate, heard), heard)), 0.01);
+    EXPECT_LT(std::abs(centsBetween(measuredFrequency(middleOf(joined), cdRate, heard), heard)),
+              treble ? 0.1 : 0.01);
 
     std::vector<double> phases;
     for (std::size_t frame = 0; frame < middleOf(joined).size(); ++frame)
-        phases.push_back(2 * pi * heard * static_cast<double>(frame) / rate.hertz);
-    const auto window = static_cast<std::size_t>(std::max(0.1, 6 / heard) * rate.hertz);
+        phases.push_back(2 * pi * heard * static_cast<double>(frame) / cdRate.hertz);
+    const auto window = static_cast<std::size_t>(std::max(0.1, 6 / heard) * cdRate.hertz);
     const std::vector<double> turns = turnedAgainst(middleOf(joined), phases, window);
     for (std::size_t index = 0; index < turns.size() && !treble; ++index)
         EXPECT_NEAR(turns[index], turns.front(), 0.02) << "window " << index;
@@ -128,22 +128,22 @@ INSTANTIATE_TEST_SUITE_P(Tones, SteadyToneTest, ::testing::Values(55, 330, 5000)
 
 TEST(ParallelStretcherTest, AnyNumberOfWorkersMakesTheSameSound)
 {
-    const MemorySound noise = noiseSound(rate, 2, {3 * 44100});
-    const MemorySound sound = MemorySound::of(rate, 2, noise.length(), [&](std::int64_t frame, int channel) {
+    const MemorySound noise = noiseSound(cdRate, 2, {3 * 44100});
+    const MemorySound sound = MemorySound::of(cdRate, 2, noise.length(), [&](std::int64_t frame, int channel) {
         return noise.sample(frame, channel) / 4 +
-               0.5 * std::sin(2 * pi * 220 * static_cast<double>(frame) / rate.hertz);
+               0.5 * std::sin(2 * pi * 220 * static_cast<double>(frame) / cdRate.hertz);
     });
     const Changes changes{1.25, 0.9, 1};
     const std::vector<float> one = stretched(sound, changes, 1, {30'000});
     for (const int workers : {2, 4})
-        expectSame(stretched(sound, changes, workers, {30'000}), one, 2, rate);
+        expectSame(stretched(sound, changes, workers, {30'000}), one, 2, cdRate);
 }
 
 TEST(ParallelStretcherTest, TheLengthIsExactWhateverTheTempo)
 {
     for (const std::int64_t frames : {1, 1000, 16'384, 100'003}) {
         for (const double tempo : {0.4, 0.77, 1.0, 1.6}) {
-            const auto source = wholeOf(noiseSound(rate, 1, {frames}));
+            const auto source = wholeOf(noiseSound(cdRate, 1, {frames}));
             ParallelStretcher stretcher(*source, {tempo, 1.1, 1}, 2, {40'000});
             const auto wanted = std::llround(static_cast<double>(frames) / tempo);
             EXPECT_EQ(stretcher.length().value, wanted);
@@ -154,14 +154,14 @@ TEST(ParallelStretcherTest, TheLengthIsExactWhateverTheTempo)
 
 TEST(ParallelStretcherTest, ASoundWithoutFramesEndsAtOnce)
 {
-    const auto source = wholeOf(MemorySound(rate, 2, {}));
+    const auto source = wholeOf(MemorySound(cdRate, 2, {}));
     ParallelStretcher stretcher(*source, {0.8, 1, 1}, 2);
     EXPECT_TRUE(allOf(stretcher).empty());
 }
 
 TEST(ParallelStretcherTest, NoiseKeepsItsLevelOverItsJoins)
 {
-    const MemorySound sound = noiseSound(rate, 1, {static_cast<std::int64_t>(seconds * rate.hertz)});
+    const MemorySound sound = noiseSound(cdRate, 1, {static_cast<std::int64_t>(seconds * cdRate.hertz)});
     const std::vector<float> whole = inOnePiece(sound, {0.8, 1, 1});
     const std::vector<float> joined = stretched(sound, {0.8, 1, 1}, 2, {44100});
     const std::vector<double> away = differences(joined, whole, 8820);
@@ -176,9 +176,9 @@ TEST(ParallelStretcherTest, MusicKeepsItsLevelOverItsJoins)
     const std::vector<std::vector<double>> chords{
         {110, 220, 277.2, 329.6}, {98, 196, 246.9, 293.7}, {130.8, 261.6, 392}};
     std::minstd_rand grain(7);
-    const MemorySound music =
-        MemorySound::of(rate, 1, {static_cast<std::int64_t>(seconds * rate.hertz)}, [&](std::int64_t frame, int) {
-            const double time = static_cast<double>(frame) / rate.hertz;
+    const MemorySound music = MemorySound::of(
+        cdRate, 1, {static_cast<std::int64_t>(seconds * cdRate.hertz)}, [&](std::int64_t frame, int) {
+            const double time = static_cast<double>(frame) / cdRate.hertz;
             const double struck = std::fmod(time, 0.75);
             const auto number = static_cast<std::size_t>(time / 0.75);
             double sum = 0;
@@ -235,7 +235,7 @@ TEST(ParallelStretcherTest, AStopInTheMiddleEndsEverythingSoon)
 
 TEST(ParallelStretcherTest, CanGoBeforeAllHasBeenTaken)
 {
-    const auto source = wholeOf(noiseSound(rate, 2, {20 * 44100}));
+    const auto source = wholeOf(noiseSound(cdRate, 2, {20 * 44100}));
     ParallelStretcher stretcher(*source, {0.5, 1, 1}, 2, {44100});
     std::vector<float> frames;
     EXPECT_TRUE(stretcher.next(frames));

@@ -14,8 +14,7 @@ using namespace sound::test;
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
-constexpr SampleRate usual{44100};
+using std::numbers::pi;
 constexpr double seconds = 2;
 
 using PieceWave = std::function<double(double time, int channel)>;
@@ -31,7 +30,7 @@ std::vector<float> pieceOf(const PieceWave& wave, SampleRate rate, int channels)
 }
 
 /// The coming piece as it goes on after the leaving one; of that the beginning is what both have in common.
-std::vector<float> carriedOn(const PieceWave& leaving, const PieceWave& coming, SampleRate rate = usual,
+std::vector<float> carriedOn(const PieceWave& leaving, const PieceWave& coming, SampleRate rate = cdRate,
                              int channels = 1)
 {
     std::vector<float> piece = pieceOf(coming, rate, channels);
@@ -80,7 +79,7 @@ TEST(PhaseContinuationTest, EachPartialOfABassHasItsOwnAngle)
         };
     };
     const std::vector<float> out = carriedOn(bass(0), bass(1));
-    expectClose(insideOf(out, usual), insideOf(pieceOf(bass(0), usual, 1), usual), 0.005, 1, usual);
+    expectClose(insideOf(out, cdRate), insideOf(pieceOf(bass(0), cdRate, 1), cdRate), 0.005, 1, cdRate);
 }
 
 TEST(PhaseContinuationTest, BothChannelsTurnAlike)
@@ -93,11 +92,11 @@ TEST(PhaseContinuationTest, BothChannelsTurnAlike)
             return channel == 0 ? 0.4 * std::sin(both) : 0.2 * std::sin(both - 0.7) + 0.3 * std::sin(right);
         };
     };
-    const std::vector<float> out = carriedOn(stereo(0), stereo(2.2), usual, 2);
-    const std::vector<float> wanted = pieceOf(stereo(0), usual, 2);
+    const std::vector<float> out = carriedOn(stereo(0), stereo(2.2), cdRate, 2);
+    const std::vector<float> wanted = pieceOf(stereo(0), cdRate, 2);
     for (const int channel : {0, 1}) {
-        expectClose(insideOf(channelOf(out, 2, channel), usual), insideOf(channelOf(wanted, 2, channel), usual),
-                    0.005, 1, usual);
+        expectClose(insideOf(channelOf(out, 2, channel), cdRate), insideOf(channelOf(wanted, 2, channel), cdRate),
+                    0.005, 1, cdRate);
     }
 }
 
@@ -112,19 +111,19 @@ TEST(PhaseContinuationTest, ANoteThatIsStruckAgainHasItsOwnAttack)
         };
     };
     const std::vector<float> out = carriedOn(struckAgain(0), struckAgain(2.5));
-    const std::vector<float> before = pieceOf(struckAgain(0), usual, 1);
-    const std::vector<float> after = pieceOf(struckAgain(2.5), usual, 1);
-    const auto frameOf = [](double time) { return static_cast<std::size_t>(time * usual.hertz); };
+    const std::vector<float> before = pieceOf(struckAgain(0), cdRate, 1);
+    const std::vector<float> after = pieceOf(struckAgain(2.5), cdRate, 1);
+    const auto frameOf = [](double time) { return static_cast<std::size_t>(time * cdRate.hertz); };
     const auto stretch = [&](const std::vector<float>& sound, double from, double to) {
         return std::span(sound).subspan(frameOf(from), frameOf(to) - frameOf(from));
     };
-    expectClose(stretch(out, 0.125, 0.6), stretch(before, 0.125, 0.6), 0.005, 1, usual);
+    expectClose(stretch(out, 0.125, 0.6), stretch(before, 0.125, 0.6), 0.005, 1, cdRate);
     expectClose(stretch(out, attack - 0.02, attack + 0.05), stretch(after, attack - 0.02, attack + 0.05), 0.02, 1,
-                usual);
-    expectSame(stretch(out, attack + 0.05, seconds), stretch(after, attack + 0.05, seconds), 1, usual);
+                cdRate);
+    expectSame(stretch(out, attack + 0.05, seconds), stretch(after, attack + 0.05, seconds), 1, cdRate);
     // On the way back it grows no softer.
     for (double time = 0.6; time < attack - 0.1; time += 0.02)
-        EXPECT_NEAR(decibels(amplitudeAt(stretch(out, time, time + 0.04), usual, 110), 0.15), 0, 0.5) << time;
+        EXPECT_NEAR(decibels(amplitudeAt(stretch(out, time, time + 0.04), cdRate, 110), 0.15), 0, 0.5) << time;
 }
 
 TEST(PhaseContinuationTest, WhatHasDiedAwayIsLeftAsItIs)
@@ -135,34 +134,34 @@ TEST(PhaseContinuationTest, WhatHasDiedAwayIsLeftAsItIs)
         };
     };
     const std::vector<float> out = carriedOn(dying(0), dying(1.5));
-    const std::vector<float> wanted = pieceOf(dying(1.5), usual, 1);
+    const std::vector<float> wanted = pieceOf(dying(1.5), cdRate, 1);
     const std::size_t silent = 3 * 44100 / 2;
-    expectSame(std::span(out).subspan(silent), std::span(wanted).subspan(silent), 1, usual);
+    expectSame(std::span(out).subspan(silent), std::span(wanted).subspan(silent), 1, cdRate);
 }
 
 TEST(PhaseContinuationTest, TrebleIsLeftAsItIs)
 {
-    expectSame(carriedOn(toneTurned(2500, 0), toneTurned(2500, 1)), pieceOf(toneTurned(2500, 1), usual, 1), 1,
-               usual);
+    expectSame(carriedOn(toneTurned(2500, 0), toneTurned(2500, 1)), pieceOf(toneTurned(2500, 1), cdRate, 1), 1,
+               cdRate);
 }
 
 TEST(PhaseContinuationTest, SilenceStaysSilence)
 {
     const PieceWave silence = [](double, int) { return 0.0; };
-    expectSame(carriedOn(silence, silence, usual, 2), pieceOf(silence, usual, 2), 2, usual);
+    expectSame(carriedOn(silence, silence, cdRate, 2), pieceOf(silence, cdRate, 2), 2, cdRate);
 }
 
 // Two renderings of noise have no angle that stays.
 TEST(PhaseContinuationTest, NoiseKeepsItsLevel)
 {
-    const FrameCount length{static_cast<std::int64_t>(seconds * usual.hertz)};
-    const std::vector<float> leaving = noiseSound(usual, 1, length, 1).interleaved();
-    const std::vector<float> coming = noiseSound(usual, 1, length, 2).interleaved();
+    const FrameCount length{static_cast<std::int64_t>(seconds * cdRate.hertz)};
+    const std::vector<float> leaving = noiseSound(cdRate, 1, length, 1).interleaved();
+    const std::vector<float> coming = noiseSound(cdRate, 1, length, 2).interleaved();
     std::vector<float> out = coming;
-    PhaseContinuation(usual, 1).carryOn(leaving.data(), out);
+    PhaseContinuation(cdRate, 1).carryOn(leaving.data(), out);
     EXPECT_NEAR(decibels(levelOf(out), levelOf(coming)), 0, 0.1);
     const std::size_t whole = 44100;
-    expectSame(std::span(out).subspan(whole), std::span(coming).subspan(whole), 1, usual);
+    expectSame(std::span(out).subspan(whole), std::span(coming).subspan(whole), 1, cdRate);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{8000};
+constexpr SampleRate lowRate{8000};
 
 struct Cut
 {
@@ -57,7 +57,7 @@ TEST_P(PieceReaderTest, PiecesCoverTheOutputAndOverlapByWhatTheyHaveInCommon)
 {
     const Cut cut = GetParam();
     const Cutting cutting = cuttingFor(cut);
-    const std::vector<Piece> pieces = piecesOf(noiseSound(rate, cut.channels, {cut.sourceFrames}), cutting);
+    const std::vector<Piece> pieces = piecesOf(noiseSound(lowRate, cut.channels, {cut.sourceFrames}), cutting);
     ASSERT_FALSE(pieces.empty());
     EXPECT_EQ(pieces.front().begin.value, 0);
     for (std::size_t index = 0; index + 1 < pieces.size(); ++index) {
@@ -80,7 +80,7 @@ TEST_P(PieceReaderTest, EachPieceHoldsTheFramesThatItsRenderingReadsAndSilenceWh
 {
     const Cut cut = GetParam();
     const Cutting cutting = cuttingFor(cut);
-    const MemorySound sound = noiseSound(rate, cut.channels, {cut.sourceFrames});
+    const MemorySound sound = noiseSound(lowRate, cut.channels, {cut.sourceFrames});
     for (const Piece& piece : piecesOf(sound, cutting)) {
         EXPECT_EQ(piece.source.value, std::llround(static_cast<double>(piece.begin.value) * cut.tempo));
         EXPECT_EQ(piece.inputBegin.value, piece.source.value - cut.around);
@@ -108,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(Cuts, PieceReaderTest,
 
 TEST(PieceReaderTest, ASoundWithoutFramesHasNoPieces)
 {
-    const auto source = wholeOf(MemorySound(rate, 2, {}));
+    const auto source = wholeOf(MemorySound(lowRate, 2, {}));
     const PieceReader reader(*source, {1, {0}, {24'000}, {1600}, {2000}});
     EXPECT_TRUE(reader.atEnd());
 }
@@ -118,8 +118,8 @@ TEST(PieceReaderTest, NoBeatIsWithinOrNearWhatTwoPiecesHaveInCommon)
 {
     const std::int64_t everyFrames = 4000;
     const std::int64_t near = 320;  // four hundredths of a second
-    const MemorySound beats = MemorySound::of(rate, 1, {240'000}, [](std::int64_t frame, int) {
-        const double since = static_cast<double>(frame % everyFrames) / rate.hertz;
+    const MemorySound beats = MemorySound::of(lowRate, 1, {240'000}, [](std::int64_t frame, int) {
+        const double since = static_cast<double>(frame % everyFrames) / lowRate.hertz;
         return 0.7 * std::exp(-since * 9) * std::sin(2 * std::numbers::pi * 220 * since);
     });
     for (const double tempo : {0.5, 0.8, 1.25}) {

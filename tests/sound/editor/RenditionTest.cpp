@@ -14,7 +14,7 @@ using namespace sound::test;
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
+using std::numbers::pi;
 constexpr SampleRate target{44100};
 constexpr int workers = 2;
 
@@ -104,7 +104,7 @@ TEST(RenditionTest, WhatIsAboveFullScaleIsLimitedAndStaysASine)
 TEST(RenditionTest, AStopEndsItSoonWhateverItDoes)
 {
     for (const Changes& changes : {Changes{}, Changes{0.8, 1, 1}, Changes{1, 1, 1.1}}) {
-        Rendition rendition(wholeOf(noiseSound(target, 2, {100 * 44100})), {changes, 1, target, 2}, workers);
+        Rendition rendition(wholeOf(noiseSound(target, 2, {20 * 44100})), {changes, 1, target, 2}, workers);
         rendition.stop();
         std::vector<float> frames;
         EXPECT_FALSE(rendition.next(frames));

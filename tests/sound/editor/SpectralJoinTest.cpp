@@ -14,8 +14,7 @@ using namespace sound::test;
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
-constexpr SampleRate usual{44100};
+using std::numbers::pi;
 
 using Wave = std::function<double(std::int64_t frame, int channel)>;
 
@@ -68,45 +67,45 @@ TEST(SpectralJoinTest, LastsAboutAThirdOfASecondAtEveryRate)
 TEST(SpectralJoinTest, TwoThatAreTheSameComeOutTheSame)
 {
     for (const int channels : {1, 2}) {
-        const MemorySound noise = noiseSound(usual, channels, SpectralJoin::length(usual));
-        const std::vector<float> out = joined(noise.interleaved(), noise.interleaved(), usual, channels);
-        expectClose(out, noise.interleaved(), 2e-6, channels, usual);
+        const MemorySound noise = noiseSound(cdRate, channels, SpectralJoin::length(cdRate));
+        const std::vector<float> out = joined(noise.interleaved(), noise.interleaved(), cdRate, channels);
+        expectClose(out, noise.interleaved(), 2e-6, channels, cdRate);
     }
 }
 
 TEST(SpectralJoinTest, SilenceStaysSilence)
 {
-    const std::vector<float> nothing(static_cast<std::size_t>(2 * SpectralJoin::length(usual).value));
-    expectSame(joined(nothing, nothing, usual, 2), nothing, 2, usual);
+    const std::vector<float> nothing(static_cast<std::size_t>(2 * SpectralJoin::length(cdRate).value));
+    expectSame(joined(nothing, nothing, cdRate, 2), nothing, 2, cdRate);
 }
 
 TEST(SpectralJoinTest, BeginsAsTheOneAndEndsAsTheOther)
 {
     for (const int channels : {1, 2}) {
-        const FrameCount length = SpectralJoin::length(usual);
-        const std::vector<float> leaving = noiseSound(usual, channels, length, 1).interleaved();
-        const std::vector<float> coming = noiseSound(usual, channels, length, 2).interleaved();
-        const std::vector<float> out = joined(leaving, coming, usual, channels);
+        const FrameCount length = SpectralJoin::length(cdRate);
+        const std::vector<float> leaving = noiseSound(cdRate, channels, length, 1).interleaved();
+        const std::vector<float> coming = noiseSound(cdRate, channels, length, 2).interleaved();
+        const std::vector<float> out = joined(leaving, coming, cdRate, channels);
         const std::size_t edge = 256 * static_cast<std::size_t>(channels);
-        expectClose(std::span(out).first(edge), std::span(leaving).first(edge), 1e-6, channels, usual);
-        expectClose(std::span(out).last(edge), std::span(coming).last(edge), 1e-6, channels, usual);
+        expectClose(std::span(out).first(edge), std::span(leaving).first(edge), 1e-6, channels, cdRate);
+        expectClose(std::span(out).last(edge), std::span(coming).last(edge), 1e-6, channels, cdRate);
         expectSame(std::span(out).first(static_cast<std::size_t>(channels)),
-                   std::span(leaving).first(static_cast<std::size_t>(channels)), channels, usual);
+                   std::span(leaving).first(static_cast<std::size_t>(channels)), channels, cdRate);
     }
 }
 
 TEST(SpectralJoinTest, TheResultMayTakeThePlaceOfWhatWentIn)
 {
-    const FrameCount length = SpectralJoin::length(usual);
-    std::vector<float> leaving = noiseSound(usual, 2, length, 1).interleaved();
-    std::vector<float> coming = noiseSound(usual, 2, length, 2).interleaved();
-    const std::vector<float> wanted = joined(leaving, coming, usual, 2);
-    SpectralJoin join(usual, 2);
+    const FrameCount length = SpectralJoin::length(cdRate);
+    std::vector<float> leaving = noiseSound(cdRate, 2, length, 1).interleaved();
+    std::vector<float> coming = noiseSound(cdRate, 2, length, 2).interleaved();
+    const std::vector<float> wanted = joined(leaving, coming, cdRate, 2);
+    SpectralJoin join(cdRate, 2);
     std::vector<float> inPlaceOfLeaving = leaving;
     join.join(inPlaceOfLeaving.data(), coming.data(), inPlaceOfLeaving.data());
-    expectSame(inPlaceOfLeaving, wanted, 2, usual);
+    expectSame(inPlaceOfLeaving, wanted, 2, cdRate);
     join.join(leaving.data(), coming.data(), coming.data());
-    expectSame(coming, wanted, 2, usual);
+    expectSame(coming, wanted, 2, cdRate);
 }
 
 class JoinAtEveryRateTest : public ::testing::TestWithParam<int>
@@ -145,18 +144,18 @@ TEST(SpectralJoinTest, EachPartialOfAChordKeepsItsLevelHoweverItIsTurned)
         return [&partials, turns](std::int64_t frame, int) {
             double sum = 0;
             for (std::size_t index = 0; index < partials.size(); ++index) {
-                const double time = static_cast<double>(frame) / usual.hertz;
+                const double time = static_cast<double>(frame) / cdRate.hertz;
                 const double turned = turns * static_cast<double>(index + 1) * 2.4;
                 sum += 0.1 * std::sin(2 * pi * partials[index] * time + turned);
             }
             return sum;
         };
     };
-    const std::vector<float> leaving = framesOf(chord(0), usual, 1);
+    const std::vector<float> leaving = framesOf(chord(0), cdRate, 1);
     for (const double turns : {0.3, 1.0, 1.9}) {
-        const std::vector<float> out = joined(leaving, framesOf(chord(turns), usual, 1), usual, 1);
+        const std::vector<float> out = joined(leaving, framesOf(chord(turns), cdRate, 1), cdRate, 1);
         for (const double hertz : partials) {
-            const auto [least, greatest] = swing(out, hertz, 0.1, usual, 0.09);
+            const auto [least, greatest] = swing(out, hertz, 0.1, cdRate, 0.09);
             EXPECT_GT(least, -0.5) << hertz << " Hz, turned " << turns;
             EXPECT_LT(greatest, 0.5) << hertz << " Hz, turned " << turns;
         }
@@ -171,14 +170,14 @@ TEST(SpectralJoinTest, NoiseKeepsItsLevelThroughout)
     constexpr unsigned joins = 60;
 #endif
     constexpr std::size_t parts = 16;
-    const FrameCount length = SpectralJoin::length(usual);
+    const FrameCount length = SpectralJoin::length(cdRate);
     const std::size_t partFrames = static_cast<std::size_t>(length.value) / parts;
     std::vector<double> powers(parts);
-    SpectralJoin join(usual, 1);
+    SpectralJoin join(cdRate, 1);
     std::vector<float> out(static_cast<std::size_t>(length.value));
     for (unsigned number = 0; number < joins; ++number) {
-        const MemorySound leaving = noiseSound(usual, 1, length, 2 * number + 1);
-        const MemorySound coming = noiseSound(usual, 1, length, 2 * number + 2);
+        const MemorySound leaving = noiseSound(cdRate, 1, length, 2 * number + 1);
+        const MemorySound coming = noiseSound(cdRate, 1, length, 2 * number + 2);
         join.join(leaving.interleaved().data(), coming.interleaved().data(), out.data());
         for (std::size_t part = 0; part < parts; ++part)
             powers[part] += std::pow(levelOf(std::span(out).subspan(part * partFrames, partFrames)), 2) / joins;
@@ -190,12 +189,12 @@ TEST(SpectralJoinTest, NoiseKeepsItsLevelThroughout)
 
 TEST(SpectralJoinTest, WhatGrowsSofterGoesEvenlyFromOneLevelToTheOther)
 {
-    const std::vector<float> loud = framesOf(tone(440, 0, usual, 0.5), usual, 1);
-    const std::vector<float> soft = framesOf(tone(440, 1, usual, 0.25), usual, 1);
-    const std::vector<float> out = joined(loud, soft, usual, 1);
+    const std::vector<float> loud = framesOf(tone(440, 0, cdRate, 0.5), cdRate, 1);
+    const std::vector<float> soft = framesOf(tone(440, 1, cdRate, 0.25), cdRate, 1);
+    const std::vector<float> out = joined(loud, soft, cdRate, 1);
     double before = 0.505;
     for (std::size_t begin = 0; begin + 2000 <= out.size(); begin += 1000) {
-        const double amplitude = amplitudeAt(std::span(out).subspan(begin, 2000), usual, 440);
+        const double amplitude = amplitudeAt(std::span(out).subspan(begin, 2000), cdRate, 440);
         EXPECT_LT(amplitude, before * 1.01);
         EXPECT_GT(amplitude, 0.245);
         before = amplitude;
@@ -208,7 +207,7 @@ TEST(SpectralJoinTest, TheStereoImageStays)
     // A tone that is louder and earlier on the left; another one that is only on the right.
     const auto stereo = [](double turned) -> Wave {
         return [turned](std::int64_t frame, int channel) {
-            const double time = static_cast<double>(frame) / usual.hertz;
+            const double time = static_cast<double>(frame) / cdRate.hertz;
             const double both = 2 * pi * 440 * time + turned;
             const double right = 2 * pi * 2000 * time - 2 * turned;
             return channel == 0 ? 0.4 * std::sin(both) : 0.2 * std::sin(both - 0.7) + 0.3 * std::sin(right);
@@ -216,12 +215,12 @@ TEST(SpectralJoinTest, TheStereoImageStays)
     };
     for (const double turned : {0.5, 1.5, pi, 4.0}) {
         const std::vector<float> out =
-            joined(framesOf(stereo(0), usual, 2), framesOf(stereo(turned), usual, 2), usual, 2);
+            joined(framesOf(stereo(0), cdRate, 2), framesOf(stereo(turned), cdRate, 2), cdRate, 2);
         const std::vector<float> left = channelOf(out, 2, 0);
         const std::vector<float> right = channelOf(out, 2, 1);
         std::vector<double> phases;
         for (std::size_t frame = 0; frame < left.size(); ++frame)
-            phases.push_back(2 * pi * 440 * static_cast<double>(frame) / usual.hertz);
+            phases.push_back(2 * pi * 440 * static_cast<double>(frame) / cdRate.hertz);
         constexpr std::size_t window = 2205;
         const std::vector<double> leftTurns = turnedAgainst(left, phases, window);
         const std::vector<double> rightTurns = turnedAgainst(right, phases, window);
@@ -231,10 +230,10 @@ TEST(SpectralJoinTest, TheStereoImageStays)
             const auto here = [&](const std::vector<float>& channel) {
                 return std::span(channel).subspan(begin, window);
             };
-            EXPECT_NEAR(decibels(amplitudeAt(here(left), usual, 440), 0.4), 0, 0.5) << turned;
-            EXPECT_NEAR(decibels(amplitudeAt(here(right), usual, 440), 0.2), 0, 0.5) << turned;
-            EXPECT_NEAR(decibels(amplitudeAt(here(right), usual, 2000), 0.3), 0, 0.5) << turned;
-            EXPECT_LT(amplitudeAt(here(left), usual, 2000), 0.003) << turned;
+            EXPECT_NEAR(decibels(amplitudeAt(here(left), cdRate, 440), 0.4), 0, 0.5) << turned;
+            EXPECT_NEAR(decibels(amplitudeAt(here(right), cdRate, 440), 0.2), 0, 0.5) << turned;
+            EXPECT_NEAR(decibels(amplitudeAt(here(right), cdRate, 2000), 0.3), 0, 0.5) << turned;
+            EXPECT_LT(amplitudeAt(here(left), cdRate, 2000), 0.003) << turned;
         }
     }
 }

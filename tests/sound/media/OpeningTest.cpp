@@ -9,8 +9,6 @@
 #include <unistd.h>
 #include <QDir>
 #include <QFile>
-#include <QRegularExpression>
-#include <algorithm>
 #include <array>
 #include <chrono>
 
@@ -172,43 +170,6 @@ TEST(Opening, ASoundCanBeClosedWhileItIsStillBeingDecoded)
         opened.sound.reset();
         EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(500));
     }
-}
-
-std::int64_t residentMebibytes()
-{
-    QFile status("/proc/self/status");
-    EXPECT_TRUE(status.open(QIODevice::ReadOnly));
-    const auto match = QRegularExpression("VmRSS:\\s+(\\d+) kB").match(QString::fromLatin1(status.readAll()));
-    return match.captured(1).toLongLong() / 1024;
-}
-
-TEST(Opening, AnHourPlayedFromItsBeginningToItsEndTakesLittleMemory)
-{
-    const SoundFiles files;
-    constexpr qint64 frames = qint64{3600} * 44100;
-    const QString path = files.make("hour.wav", sound::test::slideWithNoise(44100, 2, 44100));
-    // A writer that never came to its end: the sound goes as far as the file does, and the file is mostly a hole.
-    QByteArray head = sound::test::contentOf(path);
-    head.replace(head.indexOf("data") + 4, 4, QByteArray(4, '\0'));
-    files.write("hour.wav", head);
-    ASSERT_TRUE(QFile::resize(path, 4 * frames + 44));
-
-    const std::int64_t before = residentMebibytes();
-    const auto opened = DecodedSound::open(path);
-    ASSERT_TRUE(opened.sound);
-    EXPECT_GE(opened.sound->length().value, frames - 100);
-    std::int64_t most = 0;
-    std::vector<float> block(2 * 4096);
-    for (std::int64_t at = 0; at < opened.sound->length().value; at += 4096) {
-        opened.sound->waitFor(FrameCount{std::min(at + 4096, opened.sound->length().value)});
-        opened.sound->willReadNear(FramePosition{at});
-        opened.sound->read(FramePosition{at}, FrameCount{4096}, block.data());
-        if (at % (4096 * 256) == 0)
-            most = std::max(most, residentMebibytes() - before);
-    }
-#ifndef LARKSPIN_THREADS_WATCHED  // which keeps an account of its own of every byte that is read
-    EXPECT_LT(most, 200);
-#endif
 }
 
 TEST(Opening, TheBeginningCanBeWaitedForWithoutTheRest)

@@ -18,6 +18,7 @@ using sound::SampleRate;
 using sound::SoundFormat;
 using sound::test::contentOf;
 using sound::test::DiscOf;
+using sound::test::everythingIn;
 using sound::test::latenessOf;
 using sound::test::readSound;
 using sound::test::slideWithNoise;
@@ -39,11 +40,6 @@ struct Recorded
 void PrintTo(const Recorded& recorded, std::ostream* out)
 {
     *out << recorded.name;
-}
-
-QStringList everythingIn(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
 /// Another program's word.

@@ -4,9 +4,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <atomic>
 #include <csignal>
 #include <limits>
@@ -193,39 +191,6 @@ TEST(SampleStore, WakesTheWriterOncePerPlaceWhereReadingGoesOn)
     store->waitToKeep();
     EXPECT_TRUE(woken);
     waker.join();
-}
-
-std::int64_t residentKibibytes()
-{
-    QFile status("/proc/self/status");
-    EXPECT_TRUE(status.open(QIODevice::ReadOnly));
-    const auto match = QRegularExpression("VmRSS:\\s+(\\d+) kB").match(QString::fromLatin1(status.readAll()));
-    return match.captured(1).toLongLong();
-}
-
-TEST(SampleStore, ReadingAllOfALongSoundKeepsOnlyWhatIsNearInMemory)
-{
-    constexpr std::int64_t frames = 50'000'000;  // 381 MiB
-    const auto store = SampleStore::create(SampleRate{44100}, 2, FrameCount{frames});
-    ASSERT_TRUE(store);
-    ASSERT_TRUE(store->isInFile());
-    const std::vector<float> block = ramp(1, 65'536);
-    while (!store->isFull())
-        ASSERT_TRUE(store->append(block));
-    store->finish();
-    const std::int64_t before = residentKibibytes();
-    std::int64_t most = 0;
-    std::vector<float> read(2 * 65'536);
-    for (std::int64_t at = 0; at + 65'536 <= frames; at += 65'536) {
-        store->read(FramePosition{at}, FrameCount{65'536}, read.data());
-        if (at / 65'536 % 8 == 7) {
-            store->keepNear();
-            most = std::max(most, residentKibibytes() - before);
-        }
-    }
-#ifndef LARKSPIN_THREADS_WATCHED  // which keeps an account of its own of every byte that is read
-    EXPECT_LT(most, 100 * 1024);
-#endif
 }
 
 TEST(SampleStore, AFullDiscIsToldAndDoesNotEndTheProgram)

@@ -7,7 +7,6 @@
 #include "sound/media/WrittenSounds.h"
 
 #include <gtest/gtest.h>
-#include <QDir>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -18,6 +17,7 @@ using sound::SoundFileWriter;
 using sound::SoundFormat;
 using sound::test::contentOf;
 using sound::test::DiscOf;
+using sound::test::everythingIn;
 using sound::test::latenessOf;
 using sound::test::readSound;
 using sound::test::slideWithNoise;
@@ -42,11 +42,6 @@ struct Written
 void PrintTo(const Written& written, std::ostream* out)
 {
     *out << written.name;
-}
-
-QStringList everythingIn(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
 class EveryWrittenFormat : public ::testing::TestWithParam<Written>

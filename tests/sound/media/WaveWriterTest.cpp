@@ -17,6 +17,7 @@ using sound::waveHead;
 using sound::WaveSamples;
 using sound::WaveWriter;
 using sound::test::DiscOf;
+using sound::test::everythingIn;
 using sound::test::SoundFiles;
 
 namespace {
@@ -33,11 +34,6 @@ std::uint64_t numberAt(const QByteArray& bytes, int place, int size)
     for (int i = size - 1; i >= 0; --i)
         number = number << 8 | static_cast<std::uint8_t>(bytes[place + i]);
     return number;
-}
-
-QStringList everythingIn(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
 TEST(WaveHead, TellsTheSizesOfAShortFileInItsRiffChunks)

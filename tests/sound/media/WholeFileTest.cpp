@@ -22,6 +22,7 @@
 using sound::WholeFile;
 using sound::test::contentOf;
 using sound::test::DiscOf;
+using sound::test::everythingIn;
 using sound::test::knowsNamelessFiles;
 using sound::test::SoundFiles;
 
@@ -30,11 +31,6 @@ namespace {
 std::span<const std::byte> bytes(std::string_view text)
 {
     return std::as_bytes(std::span(text));
-}
-
-QStringList everythingIn(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
 /// From now on the file systems of this process know no files without a name, as that of many a memory stick.

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <QDir>
 #include <QFile>
 #include <bit>
 #include <cmath>
@@ -16,6 +15,7 @@
 
 using namespace sound;
 using sound::test::DiscOf;
+using sound::test::everythingIn;
 using sound::test::SoundFiles;
 
 namespace {
@@ -68,11 +68,6 @@ const std::vector<float> refused;
 std::string titled(const std::string& lines)
 {
     return "Larkspin equalizer, version 1\n" + lines;
-}
-
-QStringList everythingIn(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
 TEST(EqualizerText, IsALineABandThatAPersonCanRead)

@@ -13,22 +13,18 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
-constexpr FrameCount block{441};
-constexpr double turn = 2 * std::numbers::pi;
-
 std::vector<float> rendered(PlayPath& path, std::int64_t frames, int channels = 1)
 {
     std::vector<float> heard(static_cast<std::size_t>(frames * channels));
-    for (std::int64_t done = 0; done < frames; done += block.value)
-        path.render({std::min(block.value, frames - done)}, heard.data() + done * channels);
+    for (std::int64_t done = 0; done < frames; done += hundredth.value)
+        path.render({std::min(hundredth.value, frames - done)}, heard.data() + done * channels);
     return heard;
 }
 
 class PlayPathTest : public ::testing::Test
 {
 protected:
-    PlayPathTest() { path.prepare(rate, 1, block); }
+    PlayPathTest() { path.prepare(cdRate, 1, hundredth); }
 
     std::vector<float> render(std::int64_t frames) { return rendered(path, frames); }
 
@@ -37,19 +33,19 @@ protected:
 
 TEST_F(PlayPathTest, UnchangedEveryFrameIsTheSoundsOwn)
 {
-    const MemorySound noise = noiseSound(rate, 2, {44100});
+    const MemorySound noise = noiseSound(cdRate, 2, {44100});
     PlayPath stereo;
-    stereo.prepare(rate, 2, block);
+    stereo.prepare(cdRate, 2, hundredth);
     stereo.start(noise, wholeOf(noise.length()), {1234}, {});
     const auto heard = rendered(stereo, 20'000, 2);
-    expectSame(heard, std::span(noise.interleaved()).subspan(2 * 1234, 2 * 20'000), 2, rate);
+    expectSame(heard, std::span(noise.interleaved()).subspan(2 * 1234, 2 * 20'000), 2, cdRate);
     EXPECT_EQ(stereo.position(), 21'234);
     EXPECT_EQ(stereo.position(10), 21'244);
 }
 
 TEST_F(PlayPathTest, OnlyWhatIsInTheWayAlreadyCanBeChangedLive)
 {
-    const MemorySound noise = noiseSound(rate, 1, {44100});
+    const MemorySound noise = noiseSound(cdRate, 1, {44100});
     const Changes none;
     const Changes tempo{0.8, 1, 1};
     const Changes pitch{1, 1.2, 1};
@@ -93,16 +89,16 @@ protected:
 
 TEST_P(PlayPathChangesTest, PitchAndLevelAreTrue)
 {
-    const MemorySound sine = sineSound(rate, 1, 440, 6);
+    const MemorySound sine = sineSound(cdRate, 1, 440, 6);
     path.start(sine, wholeOf(sine.length()), {30'000}, changes);
     const auto heard = render(2 * 44100);
-    EXPECT_NEAR(centsBetween(measuredFrequency(heard, rate, 440 * frequency), 440 * frequency), 0, 0.1);
-    EXPECT_NEAR(decibels(amplitudeAt(heard, rate, 440 * frequency), 0.5), 0, 0.1);
+    EXPECT_NEAR(centsBetween(measuredFrequency(heard, cdRate, 440 * frequency), 440 * frequency), 0, 0.1);
+    EXPECT_NEAR(decibels(amplitudeAt(heard, cdRate, 440 * frequency), 0.5), 0, 0.1);
 }
 
 TEST_P(PlayPathChangesTest, ThePositionStartsWhereItWasAskedForAndMovesWithTheSpeed)
 {
-    const MemorySound noise = noiseSound(rate, 1, {6 * 44100});
+    const MemorySound noise = noiseSound(cdRate, 1, {6 * 44100});
     for (const std::int64_t first : {std::int64_t{0}, std::int64_t{500}, std::int64_t{50'000}}) {
         path.start(noise, wholeOf(noise.length()), {first}, changes);
         const double begin = path.position();
@@ -116,20 +112,20 @@ TEST_P(PlayPathChangesTest, ThePositionStartsWhereItWasAskedForAndMovesWithTheSp
 // The frequency of a rising tone tells which place of it is heard.
 TEST_P(PlayPathChangesTest, WhatIsHeardIsThePositionToAMillisecond)
 {
-    const MemorySound sweep = sweepSound(rate, 500, 400, 9);
+    const MemorySound sweep = sweepSound(cdRate, 500, 400, 9);
     path.start(sweep, wholeOf(sweep.length()), {44'100}, changes);
     std::vector<double> phases;
     double phase = 0;
     const double first = path.position();
     for (int frame = 0; frame < 3 * 44'100; ++frame) {
         phases.push_back(phase);
-        phase += turn * frequency * (500 + 400 * (first + frame * speed) / rate.hertz) / rate.hertz;
+        phase += turn * frequency * (500 + 400 * (first + frame * speed) / cdRate.hertz) / cdRate.hertz;
     }
     constexpr std::size_t window = 8192;
     const auto ahead = turnedAgainst(render(3 * 44'100), phases, window);
-    const double hertz = (ahead.back() - ahead.front()) / turn * rate.hertz /
+    const double hertz = (ahead.back() - ahead.front()) / turn * cdRate.hertz /
                          (static_cast<double>(window / 2) * static_cast<double>(ahead.size() - 1));
-    EXPECT_NEAR(hertz / frequency / 400 * rate.hertz, 0, 44.1);
+    EXPECT_NEAR(hertz / frequency / 400 * cdRate.hertz, 0, 44.1);
 }
 
 // A burst in the middle of the window: the centre of its energy is when it is heard.
@@ -137,9 +133,9 @@ TEST_P(PlayPathChangesTest, ALoopsPassesFollowEachOtherExactlyOneWindowApart)
 {
     constexpr std::int64_t length = 9'001;
     constexpr std::int64_t first = 20'000;
-    const MemorySound burst = MemorySound::of(rate, 1, {60'000}, [](std::int64_t frame, int) {
+    const MemorySound burst = MemorySound::of(cdRate, 1, {60'000}, [](std::int64_t frame, int) {
         const double off = static_cast<double>(frame - first - length / 2);
-        return 0.5 * std::exp(-off * off / (2 * 300.0 * 300.0)) * std::sin(turn * 1000 * off / rate.hertz);
+        return 0.5 * std::exp(-off * off / (2 * 300.0 * 300.0)) * std::sin(turn * 1000 * off / cdRate.hertz);
     });
     path.start(burst, {{first}, {first + length}, true}, {first}, changes);
     constexpr int passes = 100;
@@ -176,16 +172,16 @@ TEST_P(PlayPathChangesTest, ALoopOfATurningWaveIsSteady)
 {
     // Twenty whole periods a window: the seam falls where the wave goes on by itself.
     constexpr std::int64_t length = 8'820;
-    const MemorySound sine = sineSound(rate, 1, 100, 3);
+    const MemorySound sine = sineSound(cdRate, 1, 100, 3);
     path.start(sine, {{20'000}, {20'000 + length}, true}, {20'000}, changes);
     const auto heard = render(3 * 44'100);
-    EXPECT_NEAR(centsBetween(measuredFrequency(heard, rate, 100 * frequency), 100 * frequency), 0, 0.1);
+    EXPECT_NEAR(centsBetween(measuredFrequency(heard, cdRate, 100 * frequency), 100 * frequency), 0, 0.1);
     EXPECT_LT(largestStep(heard), 1.06 * largestStep(sine.interleaved()) * frequency);
 }
 
 TEST_P(PlayPathChangesTest, TheSeamMakesNoStepMuchLargerThanTheSteadySound)
 {
-    const MemorySound sine = sineSound(rate, 1, 440, 3);
+    const MemorySound sine = sineSound(cdRate, 1, 440, 3);
     const double steady = largestStep(sine.interleaved());
     for (const std::int64_t length : {4000, 4037, 4075}) {
         path.start(sine, {{20'000}, {20'000 + length}, true}, {20'000}, changes);
@@ -197,7 +193,7 @@ TEST_P(PlayPathChangesTest, TheSeamMakesNoStepMuchLargerThanTheSteadySound)
 
 TEST_P(PlayPathChangesTest, LiveChangesKeepThePositionsCourse)
 {
-    const MemorySound noise = noiseSound(rate, 1, {9 * 44100});
+    const MemorySound noise = noiseSound(cdRate, 1, {9 * 44100});
     path.start(noise, wholeOf(noise.length()), {44'100}, changes);
     render(10'000);
     Changes next = changes;
@@ -218,30 +214,30 @@ INSTANTIATE_TEST_SUITE_P(Changes, PlayPathChangesTest, everyKind, [](const auto&
 
 TEST_F(PlayPathTest, AnotherWindowTakesOverAtThePresentPlace)
 {
-    const MemorySound noise = noiseSound(rate, 1, {44100});
+    const MemorySound noise = noiseSound(cdRate, 1, {44100});
     path.start(noise, wholeOf(noise.length()), {10'000}, {});
     render(1000);
     path.replaceWindow(noise, {{5'000}, {12'000}, true});
     EXPECT_EQ(path.position(), 11'000);
     auto heard = render(1000 - 441);
-    expectSame(heard, std::span(noise.interleaved()).subspan(11'000, 1000 - 441), 1, rate);
+    expectSame(heard, std::span(noise.interleaved()).subspan(11'000, 1000 - 441), 1, cdRate);
     render(441);
     heard = render(500);
-    expectSame(heard, std::span(noise.interleaved()).subspan(5'000, 500), 1, rate);
+    expectSame(heard, std::span(noise.interleaved()).subspan(5'000, 500), 1, cdRate);
 
     // In a later pass the present place is the one within the window.
     path.replaceWindow(noise, wholeOf(noise.length()));
     EXPECT_EQ(path.position(), 5'500);
-    expectSame(render(20'000), std::span(noise.interleaved()).subspan(5'500, 20'000), 1, rate);
+    expectSame(render(20'000), std::span(noise.interleaved()).subspan(5'500, 20'000), 1, cdRate);
 }
 
 TEST_F(PlayPathTest, AUsedPathStartedAnewUnchangedIsBitExactAgain)
 {
-    const MemorySound noise = noiseSound(rate, 1, {44100});
+    const MemorySound noise = noiseSound(cdRate, 1, {44100});
     path.start(noise, wholeOf(noise.length()), {10'000}, {0.8, 1.1, 1.2});
     render(1000);
     path.start(noise, wholeOf(noise.length()), {3'000}, {});
-    expectSame(render(1000), std::span(noise.interleaved()).subspan(3'000, 1000), 1, rate);
+    expectSame(render(1000), std::span(noise.interleaved()).subspan(3'000, 1000), 1, cdRate);
 }
 
 }  // namespace

@@ -12,13 +12,6 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
-
-double pitchOf(int semitones)
-{
-    return std::exp2(semitones / 12.0);
-}
-
 // The frequency in the middle of a short stretch of a sweep, from its first and last upward crossings.
 double frequencyInTheMiddle(std::span<const float> heard)
 {
@@ -31,7 +24,7 @@ double frequencyInTheMiddle(std::span<const float> heard)
     }
     if (crossings.size() < 2)
         return 0;
-    return static_cast<double>(crossings.size() - 1) / (crossings.back() - crossings.front()) * rate.hertz;
+    return static_cast<double>(crossings.size() - 1) / (crossings.back() - crossings.front()) * cdRate.hertz;
 }
 
 struct ChangeCase
@@ -50,7 +43,7 @@ TEST_P(LiveChangeTest, ItIsHeardWithinTwentyMillisecondsAndThePlaceGoesOn)
     const auto& [name, before, after] = GetParam();
     constexpr double first = 500;
     constexpr double sweep = 200;
-    RendererBench bench(sweepSound(rate, first, sweep, 20));
+    RendererBench bench(sweepSound(cdRate, first, sweep, 20));
     bench.settings.changes = before;
     bench.play(2 * 44100);
     bench.render(44100);
@@ -73,7 +66,7 @@ TEST_P(LiveChangeTest, ItIsHeardWithinTwentyMillisecondsAndThePlaceGoesOn)
     const std::int64_t settled = changed + 882;
     const std::span<const float> heard(left.data() + settled, 4410);
     const double middle = placeBefore + wayOfFirst + (882 + 2205) * newSpeed;
-    const double expected = (first + sweep * middle / rate.hertz) * after.pitch * after.rate;
+    const double expected = (first + sweep * middle / cdRate.hertz) * after.pitch * after.rate;
     // A place 5 ms off is 1 Hz off.
     EXPECT_NEAR(frequencyInTheMiddle(heard), expected, 1.0);
 }
@@ -81,7 +74,7 @@ TEST_P(LiveChangeTest, ItIsHeardWithinTwentyMillisecondsAndThePlaceGoesOn)
 TEST_P(LiveChangeTest, ItMakesNoClickAndNoGapInASteadyTone)
 {
     const auto& [name, before, after] = GetParam();
-    RendererBench bench(sineSound(rate, 1, 330, 20));
+    RendererBench bench(sineSound(cdRate, 1, 330, 20));
     bench.settings.changes = before;
     bench.play(2 * 44100);
     bench.render(44100 / 2);
@@ -118,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(Changes, LiveChangeTest,
 
 TEST(RendererChangeTest, ASliderThatIsDraggedChangesAllTheWayWithoutAClickAndEndsAtTheRightPlace)
 {
-    RendererBench bench(sineSound(rate, 1, 330, 30));
+    RendererBench bench(sineSound(cdRate, 1, 330, 30));
     bench.play(44100);
     bench.render(44100);
     double expected = bench.position();
@@ -144,7 +137,7 @@ TEST(RendererChangeTest, AfterADraggedSliderHasComeToRestThePlaceIsExactAgain)
 {
     constexpr double first = 500;
     constexpr double sweep = 100;
-    RendererBench bench(sweepSound(rate, first, sweep, 30));
+    RendererBench bench(sweepSound(cdRate, first, sweep, 30));
     bench.play(44100);
     bench.render(22050);
     // Leaps as a drag across the whole slider makes them.
@@ -158,13 +151,13 @@ TEST(RendererChangeTest, AfterADraggedSliderHasComeToRestThePlaceIsExactAgain)
     bench.output.clear();
     bench.render(22050);
     const double to = bench.position();
-    const double heard = (frequencyInTheMiddle(bench.left()) - first) / sweep * rate.hertz;
+    const double heard = (frequencyInTheMiddle(bench.left()) - first) / sweep * cdRate.hertz;
     EXPECT_NEAR(heard, (from + to) / 2, 100);
 }
 
 TEST(RendererChangeTest, WhileMoreIsWantedAtOnceNothingIsBegunAndTheRunningSoundGoesOn)
 {
-    RendererBench bench(sineSound(rate, 1, 330, 30));
+    RendererBench bench(sineSound(cdRate, 1, 330, 30));
     bench.settings.changes.tempo = 0.8;
     bench.play(44100);
     bench.render(44100);
@@ -189,7 +182,7 @@ TEST(RendererChangeTest, AChangeOfMindWhileAStartIsUnderWayLeavesThePlaceExact)
 {
     constexpr double first = 500;
     constexpr double sweep = 200;
-    RendererBench bench(sweepSound(rate, first, sweep, 20));
+    RendererBench bench(sweepSound(cdRate, first, sweep, 20));
     bench.play(2 * 44100);
     bench.render(44100);
     const double before = bench.position();
@@ -206,12 +199,13 @@ TEST(RendererChangeTest, AChangeOfMindWhileAStartIsUnderWayLeavesThePlaceExact)
     bench.output.clear();
     bench.render(10 * bench.block());
     const double middle = (from + bench.position()) / 2;
-    EXPECT_NEAR(frequencyInTheMiddle(bench.left()), (first + sweep * middle / rate.hertz) * pitchOf(2) * 1.1, 1.0);
+    EXPECT_NEAR(frequencyInTheMiddle(bench.left()), (first + sweep * middle / cdRate.hertz) * pitchOf(2) * 1.1,
+                1.0);
 }
 
 TEST(RendererChangeTest, AnotherPlaceInEachBlockIsHeardAllTheSame)
 {
-    RendererBench bench(noiseSound(rate, 1, {20 * 44100}));
+    RendererBench bench(noiseSound(cdRate, 1, {20 * 44100}));
     bench.settings.changes = {0.8, 1, 1};
     bench.play(0);
     bench.render(44100);

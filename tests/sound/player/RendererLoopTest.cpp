@@ -12,7 +12,6 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
 constexpr std::int64_t seamFrames = 441;  // 10 ms
 
 #ifdef LARKSPIN_SANITIZED
@@ -26,11 +25,6 @@ constexpr std::size_t somePasses = 20;
 PlayWindow loopOf(std::int64_t begin, std::int64_t end)
 {
     return {{begin}, {end}, true};
-}
-
-double pitchOf(int semitones)
-{
-    return std::exp2(semitones / 12.0);
 }
 
 struct LoopCase
@@ -47,7 +41,7 @@ class NeutralLoopTest : public ::testing::TestWithParam<LoopCase>
 TEST_P(NeutralLoopTest, AThousandPassesAreExactToTheFrameAndBitForBitOutsideTheSeam)
 {
     const auto [name, begin, length] = GetParam();
-    RendererBench bench(noiseSound(rate, 1, {begin + length + 5000}));
+    RendererBench bench(noiseSound(cdRate, 1, {begin + length + 5000}));
     bench.playWindow(loopOf(begin, begin + length));
     std::int64_t frame = 0;
     const std::int64_t end = static_cast<std::int64_t>(manyPasses) * length;
@@ -72,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(Windows, NeutralLoopTest,
 TEST(RendererLoopTest, TheSeamOfALoopCutThroughAWaveMakesNoStepLargerThanTheWaveItself)
 {
     for (const std::int64_t length : {6042, 6100, 6000, 6075}) {
-        RendererBench bench(sineSound(rate, 1, 440, 2));
+        RendererBench bench(sineSound(cdRate, 1, 440, 2));
         bench.playWindow(loopOf(20000, 20000 + length));
         bench.render(length * 5);
         const double steady = largestStep(std::span(bench.sound().interleaved()));
@@ -84,7 +78,7 @@ TEST(RendererLoopTest, TheAttackAtTheLoopBeginStaysWhole)
 {
     // Silence up to the begin, a full-scale edge on its first frame.
     RendererBench bench(MemorySound::of(
-        rate, 1, {30000}, [](std::int64_t frame, int) { return frame >= 10000 && frame < 10100 ? 0.9 : 0.0; }));
+        cdRate, 1, {30000}, [](std::int64_t frame, int) { return frame >= 10000 && frame < 10100 ? 0.9 : 0.0; }));
     bench.playWindow(loopOf(10000, 16000));
     bench.render(6000 * 3);
     const std::vector<float> left = bench.left();
@@ -163,7 +157,7 @@ TEST_P(ChangedLoopTest, ThePeriodIsExactAgainstTheoryOverAllPasses)
     const ChangedLoopCase& loop = GetParam();
     constexpr std::int64_t begin = 30000;
     // A burst of tone in the middle of the window, so that its place in each pass can be told.
-    RendererBench bench(MemorySound::of(rate, 1, {begin + loop.length + 30000}, [&](std::int64_t frame, int) {
+    RendererBench bench(MemorySound::of(cdRate, 1, {begin + loop.length + 30000}, [&](std::int64_t frame, int) {
         const double place = static_cast<double>(frame - begin - loop.length / 2) / 600;
         return 0.6 * std::exp(-place * place) * std::sin(static_cast<double>(frame) * 0.1);
     }));
@@ -197,11 +191,11 @@ INSTANTIATE_TEST_SUITE_P(Loops, ChangedLoopTest,
 // A chord with some noise in it, which is what music is to a seam.
 MemorySound chordSound(double seconds)
 {
-    const MemorySound noise = noiseSound(rate, 1, {static_cast<std::int64_t>(seconds * rate.hertz)});
-    return MemorySound::of(rate, 1, noise.length(), [&](std::int64_t frame, int) {
+    const MemorySound noise = noiseSound(cdRate, 1, {static_cast<std::int64_t>(seconds * cdRate.hertz)});
+    return MemorySound::of(cdRate, 1, noise.length(), [&](std::int64_t frame, int) {
         double sum = 0.1 * static_cast<double>(noise.sample(frame, 0));
         for (const double hertz : {110.0, 138.6, 164.8, 220.3, 441.0, 659.2, 1321.0})
-            sum += 0.08 * std::sin(2 * std::numbers::pi * hertz * static_cast<double>(frame) / rate.hertz);
+            sum += 0.08 * std::sin(2 * std::numbers::pi * hertz * static_cast<double>(frame) / cdRate.hertz);
         return sum;
     });
 }
@@ -229,12 +223,12 @@ TEST(RendererLoopTest, EvenALoneToneCutAtTheWorstPlaceDoesNotClickAtAChangedSeam
     // as large.
     for (const Changes& changes : {Changes{0.65, 1, 1}, Changes{1, pitchOf(5), 1}}) {
         for (const double hertz : {110.0, 440.0, 1000.0, 3000.0}) {
-            RendererBench steady(sineSound(rate, 1, hertz, 4));
+            RendererBench steady(sineSound(cdRate, 1, hertz, 4));
             steady.settings.changes = changes;
             steady.play(44100);
             steady.render(44100);
             for (const std::int64_t length : {6042, 6060, 6080, 6020}) {
-                RendererBench looped(sineSound(rate, 1, hertz, 4));
+                RendererBench looped(sineSound(cdRate, 1, hertz, 4));
                 looped.settings.changes = changes;
                 looped.playWindow(loopOf(44100, 44100 + length));
                 looped.render(44100);
@@ -246,7 +240,7 @@ TEST(RendererLoopTest, EvenALoneToneCutAtTheWorstPlaceDoesNotClickAtAChangedSeam
 
 TEST(RendererLoopTest, PlayingOnOutOfALoopGoesOnWithoutAJump)
 {
-    RendererBench bench(noiseSound(rate, 1, {100000}));
+    RendererBench bench(noiseSound(cdRate, 1, {100000}));
     bench.playWindow(loopOf(10000, 30000));
     bench.render(5 * bench.block());
     bench.play();
@@ -258,7 +252,7 @@ TEST(RendererLoopTest, PlayingOnOutOfALoopGoesOnWithoutAJump)
 
 TEST(RendererLoopTest, AnotherRangeWhileOnePlaysRestartsAtItsBeginWithoutAClick)
 {
-    RendererBench bench(sineSound(rate, 1, 300, 4));
+    RendererBench bench(sineSound(cdRate, 1, 300, 4));
     bench.playWindow(loopOf(10000, 30000));
     bench.render(7 * bench.block());
     bench.playWindow(loopOf(60013, 80000));

@@ -11,12 +11,11 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
 constexpr std::int64_t fadeFrames = 221;  // 5 ms
 
 TEST(RendererTest, AnUnchangedStereoSoundComesOutBitForBitFromItsFirstFrame)
 {
-    RendererBench bench(noiseSound(rate, 2, {50000}));
+    RendererBench bench(noiseSound(cdRate, 2, {50000}));
     bench.play();
     bench.render(50000);
     ASSERT_GE(bench.output.size(), bench.sound().interleaved().size());
@@ -26,7 +25,7 @@ TEST(RendererTest, AnUnchangedStereoSoundComesOutBitForBitFromItsFirstFrame)
 
 TEST(RendererTest, AMonoSoundComesOutBitForBitOnBothSides)
 {
-    RendererBench bench(noiseSound(rate, 1, {20000}));
+    RendererBench bench(noiseSound(cdRate, 1, {20000}));
     bench.play();
     bench.render(20000);
     for (std::int64_t frame = 0; frame < 20000; ++frame) {
@@ -38,7 +37,7 @@ TEST(RendererTest, AMonoSoundComesOutBitForBitOnBothSides)
 
 TEST(RendererTest, BeforePlayThereIsSilence)
 {
-    RendererBench bench(noiseSound(rate, 2, {5000}));
+    RendererBench bench(noiseSound(cdRate, 2, {5000}));
     bench.render(3000);
     EXPECT_TRUE(std::all_of(bench.output.begin(), bench.output.end(), [](float sample) { return sample == 0; }));
     EXPECT_FALSE(bench.renderer.active());
@@ -46,7 +45,7 @@ TEST(RendererTest, BeforePlayThereIsSilence)
 
 TEST(RendererTest, AtItsEndTheSoundIsSilentAndTellsThatItEnded)
 {
-    RendererBench bench(noiseSound(rate, 2, {1000}));
+    RendererBench bench(noiseSound(cdRate, 2, {1000}));
     bench.play();
     bench.render(2000);
     EXPECT_FALSE(bench.renderer.active());
@@ -58,7 +57,7 @@ TEST(RendererTest, AtItsEndTheSoundIsSilentAndTellsThatItEnded)
 
 TEST(RendererTest, TheEndIsOnlyToldWhenItHasBeenHeard)
 {
-    RendererBench bench(noiseSound(rate, 2, {1000}));
+    RendererBench bench(noiseSound(cdRate, 2, {1000}));
     bench.play();
     bench.render(1323);  // three blocks of 441, the end in the last
     EXPECT_FALSE(bench.heard(400).ended);
@@ -67,7 +66,7 @@ TEST(RendererTest, TheEndIsOnlyToldWhenItHasBeenHeard)
 
 TEST(RendererTest, ASeekWhilePlayingIsExactBehindAShortCrossFade)
 {
-    RendererBench bench(noiseSound(rate, 2, {200000}));
+    RendererBench bench(noiseSound(cdRate, 2, {200000}));
     bench.play();
     bench.render(10 * bench.block());
     bench.seek(123457);
@@ -81,7 +80,7 @@ TEST(RendererTest, ASeekWhilePlayingIsExactBehindAShortCrossFade)
 
 TEST(RendererTest, APauseFadesOutKeepsThePlaceAndFadesInThere)
 {
-    RendererBench bench(noiseSound(rate, 2, {200000}));
+    RendererBench bench(noiseSound(cdRate, 2, {200000}));
     bench.play();
     bench.render(10 * bench.block());
     const std::int64_t place = bench.frames();
@@ -100,7 +99,7 @@ TEST(RendererTest, APauseFadesOutKeepsThePlaceAndFadesInThere)
 
 TEST(RendererTest, NeitherPauseNorResumeNorStopClicks)
 {
-    RendererBench bench(MemorySound::of(rate, 1, {200000}, [](std::int64_t, int) { return 0.8; }));
+    RendererBench bench(MemorySound::of(cdRate, 1, {200000}, [](std::int64_t, int) { return 0.8; }));
     bench.play();
     bench.render(5 * bench.block());
     bench.pause();
@@ -118,7 +117,7 @@ TEST(RendererTest, NeitherPauseNorResumeNorStopClicks)
 
 TEST(RendererTest, SeekingWhileStoppedMovesThePlaceAtOnceAndPlayStartsThereWhole)
 {
-    RendererBench bench(noiseSound(rate, 2, {100000}));
+    RendererBench bench(noiseSound(cdRate, 2, {100000}));
     bench.seek(5000);
     EXPECT_EQ(bench.position(), 5000);
     bench.play();
@@ -129,7 +128,7 @@ TEST(RendererTest, SeekingWhileStoppedMovesThePlaceAtOnceAndPlayStartsThereWhole
 
 TEST(RendererTest, WhatIsNotDecodedYetIsWaitedForInSilenceAndNothingIsLost)
 {
-    RendererBench bench(noiseSound(rate, 2, {300000}));
+    RendererBench bench(noiseSound(cdRate, 2, {300000}));
     bench.sound().setAvailable({0});
     bench.play(100000);
     bench.render(10 * bench.block());
@@ -147,7 +146,7 @@ TEST(RendererTest, WhatIsNotDecodedYetIsWaitedForInSilenceAndNothingIsLost)
 
 TEST(RendererTest, PeaksAreThoseOfWhatIsHeardNotOfWhatIsRendered)
 {
-    RendererBench bench(MemorySound::of(rate, 2, {44100}, [](std::int64_t frame, int channel) {
+    RendererBench bench(MemorySound::of(cdRate, 2, {44100}, [](std::int64_t frame, int channel) {
         return frame < 4410 ? (channel == 0 ? 0.25 : 0.5) : 0.75;
     }));
     bench.play();
@@ -161,7 +160,7 @@ TEST(RendererTest, PeaksAreThoseOfWhatIsHeardNotOfWhatIsRendered)
 
 TEST(RendererTest, GainBalanceAndEqualizerReachTheSound)
 {
-    RendererBench bench(sineSound(rate, 2, 1000, 2));
+    RendererBench bench(sineSound(cdRate, 2, 1000, 2));
     bench.settings.gain = 50;
     bench.settings.balance = -50;
     bench.settings.equalizer.count = 1;
@@ -173,7 +172,7 @@ TEST(RendererTest, GainBalanceAndEqualizerReachTheSound)
     const std::vector<float> left = bench.left();
     const std::vector<float> right = channelOf(bench.output, 2, 1);
     const double wanted = 0.5 * 0.25 * std::pow(10, 6 / 20.0);
-    EXPECT_NEAR(amplitudeAt(std::span(left).subspan(22050, 22050), rate, 1000), wanted, wanted * 0.01);
+    EXPECT_NEAR(amplitudeAt(std::span(left).subspan(22050, 22050), cdRate, 1000), wanted, wanted * 0.01);
     EXPECT_EQ(*std::max_element(right.begin(), right.end()), 0.0F);
 }
 

@@ -13,13 +13,12 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
 constexpr std::int64_t longestSeam = 441;  // 10 ms
 
 class WindowReaderTest : public ::testing::Test
 {
 protected:
-    WindowReaderTest() { reader.prepare(rate, 2); }
+    WindowReaderTest() { reader.prepare(cdRate, 2); }
 
     std::vector<float> read(std::int64_t frames, std::int64_t piece = 441)
     {
@@ -36,7 +35,7 @@ protected:
         return samples;
     }
 
-    const MemorySound sound = noiseSound(rate, 2, {44100});
+    const MemorySound sound = noiseSound(cdRate, 2, {44100});
     WindowReader reader;
 };
 
@@ -45,7 +44,7 @@ TEST_F(WindowReaderTest, AWindowThatPlaysOnceIsTheSoundsOwnFramesAndThenSilence)
     reader.open(sound, {{1000}, {3000}, false}, {1500});
     auto wanted = own(1500, 1500);
     wanted.resize(2 * 2500);
-    expectSame(read(2500), wanted, 2, rate);
+    expectSame(read(2500), wanted, 2, cdRate);
     EXPECT_EQ(reader.position(), FramePosition{4000});
 }
 
@@ -55,13 +54,13 @@ TEST_F(WindowReaderTest, BeforeTheSoundThereIsSilence)
     auto wanted = std::vector<float>(200);
     const auto beginning = own(0, 50);
     wanted.insert(wanted.end(), beginning.begin(), beginning.end());
-    expectSame(read(150), wanted, 2, rate);
+    expectSame(read(150), wanted, 2, cdRate);
 }
 
 TEST_F(WindowReaderTest, ARepeatingWindowIsLedUpToByTheSoundItself)
 {
     reader.open(sound, {{5000}, {8000}, true}, {4000});
-    expectSame(read(1500), own(4000, 1500), 2, rate);
+    expectSame(read(1500), own(4000, 1500), 2, cdRate);
 }
 
 TEST_F(WindowReaderTest, EveryPassIsExactlyOneWindowLong)
@@ -71,7 +70,7 @@ TEST_F(WindowReaderTest, EveryPassIsExactlyOneWindowLong)
         const auto first = read(length);
         for (int pass = 0; pass < 50; ++pass) {
             EXPECT_EQ(foldedIn(reader.window(), reader.position()), FramePosition{2000});
-            expectSame(read(length), first, 2, rate);
+            expectSame(read(length), first, 2, cdRate);
         }
     }
 }
@@ -85,7 +84,7 @@ TEST_F(WindowReaderTest, OutsideTheSeamEveryPassIsTheSoundBitForBit)
         for (int pass = 0; pass < 3; ++pass) {
             auto heard = read(length);
             heard.resize(static_cast<std::size_t>(2 * untouched));
-            expectSame(heard, own(2000, untouched), 2, rate);
+            expectSame(heard, own(2000, untouched), 2, cdRate);
         }
     }
 }
@@ -109,15 +108,15 @@ TEST_F(WindowReaderTest, AtTheSoundsOwnBeginningTheSeamFadesIntoSilence)
     reader.open(sound, {{0}, {4000}, true}, {0});
     const auto heard = read(8000);
     EXPECT_NEAR(heard[2 * 3999], 0, 0.005);
-    expectSame(std::span(heard).subspan(2 * 4000, 2000), own(0, 1000), 2, rate);
+    expectSame(std::span(heard).subspan(2 * 4000, 2000), own(0, 1000), 2, cdRate);
 }
 
 TEST_F(WindowReaderTest, AWindowToTheVeryEndOfTheSoundRepeatsLikeAnyOther)
 {
     reader.open(sound, {{40'000}, {44'100}, true}, {40'000});
     const auto first = read(4100);
-    expectSame(std::span(first).first(2 * (4100 - longestSeam)), own(40'000, 4100 - longestSeam), 2, rate);
-    expectSame(read(4100), first, 2, rate);
+    expectSame(std::span(first).first(2 * (4100 - longestSeam)), own(40'000, 4100 - longestSeam), 2, cdRate);
+    expectSame(read(4100), first, 2, cdRate);
 }
 
 TEST_F(WindowReaderTest, PiecesOfAnySizeAreTheSameSound)
@@ -127,7 +126,7 @@ TEST_F(WindowReaderTest, PiecesOfAnySizeAreTheSameSound)
     const auto wanted = read(5000, 5000);
     for (const std::int64_t piece : {1, 7, 440, 441, 442, 701}) {
         reader.open(sound, window, {1900});
-        expectSame(read(5000, piece), wanted, 2, rate);
+        expectSame(read(5000, piece), wanted, 2, cdRate);
     }
 }
 
@@ -137,9 +136,9 @@ TEST_F(WindowReaderTest, SeekingGoesToARunningPositionInAnyPass)
     reader.open(sound, window, {2000});
     const auto wanted = read(4000);
     reader.seek({2000 + 500});
-    expectSame(read(2000), std::span(wanted).subspan(2 * 500, 2 * 2000), 2, rate);
+    expectSame(read(2000), std::span(wanted).subspan(2 * 500, 2 * 2000), 2, cdRate);
     reader.seek({2000 + 1'000'000 + 900});
-    expectSame(read(2000), std::span(wanted).subspan(2 * 900, 2 * 2000), 2, rate);
+    expectSame(read(2000), std::span(wanted).subspan(2 * 900, 2 * 2000), 2, cdRate);
 }
 
 TEST_F(WindowReaderTest, TheSeamKnowsItsPlaces)
@@ -157,7 +156,7 @@ TEST_F(WindowReaderTest, TheSeamKnowsItsPlaces)
 
 TEST_F(WindowReaderTest, FramesAreReadyWhenAllThatAreAskedForAreDecoded)
 {
-    MemorySound partial = noiseSound(rate, 2, {10'000});
+    MemorySound partial = noiseSound(cdRate, 2, {10'000});
     partial.setAvailable({5000});
     const PlayWindow once{{0}, {10'000}, false};
     EXPECT_TRUE(WindowReader::ready(partial, once, {4000}, {1000}));
@@ -174,10 +173,10 @@ TEST_F(WindowReaderTest, FramesAreReadyWhenAllThatAreAskedForAreDecoded)
 TEST(WindowReaderSeamTest, ACutThroughASineMakesNoStepMuchLargerThanTheSines)
 {
     for (const double hertz : {55.0, 220.0, 440.0, 1000.0}) {
-        const MemorySound sine = sineSound(rate, 1, hertz, 1);
+        const MemorySound sine = sineSound(cdRate, 1, hertz, 1);
         const double steady = largestStep(sine.interleaved());
         WindowReader reader;
-        reader.prepare(rate, 1);
+        reader.prepare(cdRate, 1);
         for (std::int64_t begin = 10'000; begin < 10'400; begin += 37) {
             for (std::int64_t length = 4000; length < 4400; length += 41) {
                 reader.open(sine, {{begin}, {begin + length}, true}, {begin});
@@ -196,10 +195,10 @@ TEST_F(WindowReaderTest, TheSeamOfAStretchedLoopIsLongerAndStillEndsAtTheBegin)
     constexpr std::int64_t stretchedSeam = 1323;  // 30 ms
     reader.open(sound, {{10'000}, {20'000}, true}, {10'000}, WindowReader::stretchedSeam);
     const auto pass = read(10'000);
-    expectSame(std::span(pass).first(2 * (10'000 - stretchedSeam)), own(10'000, 10'000 - stretchedSeam), 2, rate);
+    expectSame(std::span(pass).first(2 * (10'000 - stretchedSeam)), own(10'000, 10'000 - stretchedSeam), 2, cdRate);
     EXPECT_TRUE(reader.inSeam({20'000 - stretchedSeam}));
     EXPECT_FALSE(reader.inSeam({20'000 - stretchedSeam - 1}));
-    expectSame(read(100), own(10'000, 100), 2, rate);
+    expectSame(read(100), own(10'000, 100), 2, cdRate);
 }
 
 }  // namespace

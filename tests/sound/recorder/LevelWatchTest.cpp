@@ -14,8 +14,6 @@ namespace {
 
 using Change = LevelWatch::Change;
 
-constexpr SampleRate rate{1000};  // a frame is a millisecond
-
 /// Frames of one level, of 32768 for full scale.
 struct Stretch
 {
@@ -61,7 +59,7 @@ protected:
         watch.setShortestPause(2000ms);
     }
 
-    LevelWatch watch{rate};
+    LevelWatch watch{SampleRate{1000}};  // a frame is a millisecond
 };
 
 TEST_F(LevelWatchTest, SoundBeginsWithTheFirstFrameAboveTheThreshold)

@@ -8,8 +8,6 @@ using namespace sound;
 
 namespace {
 
-constexpr SampleRate rate{1000};  // the lead-in is 100 frames, a fade 10
-
 /// Frames that tell by their value which ones they are.
 std::vector<float> frames(int first, int count)
 {
@@ -37,7 +35,7 @@ class SilenceGateTest : public ::testing::Test
 protected:
     void pass(int first, int count) { gate.pass(frames(first, count), kept); }
 
-    SilenceGate gate{rate};
+    SilenceGate gate{SampleRate{1000}};  // the lead-in is 100 frames, a fade 10
     std::vector<float> kept;
 };
 

@@ -8,18 +8,16 @@
 #include <vector>
 
 using sound::BandFilter;
-using sound::SampleRate;
+using sound::test::cdRate;
 
 namespace {
-
-constexpr SampleRate rate{44100};
 
 std::vector<float> wave(double hertz, std::size_t samples)
 {
     std::vector<float> sound(samples);
     for (std::size_t index = 0; index < samples; ++index)
         sound[index] =
-            static_cast<float>(std::sin(2 * std::numbers::pi * hertz * static_cast<double>(index) / rate.hertz));
+            static_cast<float>(std::sin(2 * std::numbers::pi * hertz * static_cast<double>(index) / cdRate.hertz));
     return sound;
 }
 
@@ -31,7 +29,7 @@ struct Filtered
 
 Filtered filtered(double hertz, double low, double high)
 {
-    BandFilter filter(rate.hertz, low, high, 2048);
+    BandFilter filter(cdRate.hertz, low, high, 2048);
     const std::vector<float> sound = wave(hertz, 2 * filter.reach() + filter.block());
     Filtered result;
     result.before.assign(sound.begin() + static_cast<std::ptrdiff_t>(filter.reach()),

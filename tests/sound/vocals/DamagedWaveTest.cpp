@@ -14,9 +14,6 @@ using SoundFiles = sound::test::SoundFiles;
 
 namespace {
 
-constexpr auto done = VocalRemoval::Done;
-constexpr std::uint32_t allOnes = 0xFFFFFFFF;
-
 /// A small file with a bit of everything.
 QByteArray smallFile()
 {

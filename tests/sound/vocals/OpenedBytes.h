@@ -9,6 +9,11 @@
 
 namespace sound::test {
 
+/// The length of what was not known when it was written.
+constexpr std::uint32_t allOnes = 0xFFFFFFFF;
+
+constexpr auto done = VocalRemoval::Done;
+
 /// Opens a file that holds these bytes.
 inline OpenedWaveInput openBytes(const QByteArray& bytes)
 {

@@ -14,8 +14,6 @@ using SoundFiles = sound::test::SoundFiles;
 
 namespace {
 
-constexpr std::uint32_t allOnes = 0xFFFFFFFF;
-
 struct Refused
 {
     const char* name;

@@ -13,13 +13,12 @@ using namespace sound::test;
 
 namespace {
 
-constexpr SampleRate rate{44100};
 constexpr std::size_t twoSeconds = 88200;
 
 // Syllables: five in a second, of eight harmonics, with silence between them.
 double singing(std::size_t frame)
 {
-    const double second = static_cast<double>(frame) / rate.hertz;
+    const double second = static_cast<double>(frame) / cdRate.hertz;
     const double loudness = std::max(0.0, std::sin(2 * std::numbers::pi * 2.5 * second));
     double sum = 0;
     for (int harmonic = 1; harmonic <= 8; ++harmonic)
@@ -48,33 +47,33 @@ Stereo difference(const Stereo& a, const Stereo& b)
 TEST(VocalCancellerTest, WithoutABandBetweenTheCutOffsEverythingPassesToTheBit)
 {
     const Stereo sound = noise(10000);
-    EXPECT_EQ(withoutVoice(sound, rate, {8000, 8000, 0}), sound);
-    EXPECT_EQ(withoutVoice(sound, rate, {9000, 200, 30}), sound);
-    EXPECT_EQ(withoutVoice(sound, rate, {22050, 30000, 0}), sound);
+    EXPECT_EQ(withoutVoice(sound, cdRate, {8000, 8000, 0}), sound);
+    EXPECT_EQ(withoutVoice(sound, cdRate, {9000, 200, 30}), sound);
+    EXPECT_EQ(withoutVoice(sound, cdRate, {22050, 30000, 0}), sound);
 }
 
 TEST(VocalCancellerTest, SilenceStaysSilence)
 {
     const Stereo sound = silence(twoSeconds);
-    EXPECT_EQ(withoutVoice(sound, rate, {}), sound);
+    EXPECT_EQ(withoutVoice(sound, cdRate, {}), sound);
 }
 
 TEST(VocalCancellerTest, StretchesThatBeginOnTheGridMeetBitForBit)
 {
     Stereo sound = noise(60001);
     addAt(sound, 0, singing);
-    const Stereo whole = withoutVoice(sound, rate, {});
-    EXPECT_EQ(withoutVoice(sound, rate, {}, 1), whole);
-    EXPECT_EQ(withoutVoice(sound, rate, {}, 3), whole);
+    const Stereo whole = withoutVoice(sound, cdRate, {});
+    EXPECT_EQ(withoutVoice(sound, cdRate, {}, 1), whole);
+    EXPECT_EQ(withoutVoice(sound, cdRate, {}, 3), whole);
 }
 
 TEST(VocalCancellerTest, AStretchOfOneFrameIsThatFrameOfTheSound)
 {
     Stereo sound = silence(8192 * 4);
     addAt(sound, 0, singing);
-    const Stereo whole = withoutVoice(sound, rate, {});
+    const Stereo whole = withoutVoice(sound, cdRate, {});
 
-    VocalCanceller canceller(rate, {});
+    VocalCanceller canceller(cdRate, {});
     ASSERT_EQ(canceller.grid().value, 8192);
     const auto around = static_cast<std::size_t>(canceller.surroundings().value);
     Stereo from(2 * (2 * around + 1));
@@ -99,7 +98,7 @@ TEST_P(VocalCancellerPanTest, AVoiceAloneGoesWhereItStands)
 {
     Stereo sound = silence(twoSeconds);
     addAt(sound, GetParam(), singing);
-    const Stereo left = withoutVoice(sound, rate, {200, 8000, GetParam()});
+    const Stereo left = withoutVoice(sound, cdRate, {200, 8000, GetParam()});
     for (const int channel : {0, 1})
         EXPECT_LT(levelOf(middleOf(left, channel)), 0.06 * levelOf(middleOf(sound, channel)) + 1e-6);
 }
@@ -109,13 +108,13 @@ TEST_P(VocalCancellerPanTest, AnInstrumentAtTheSideKeepsItsLevelAndPlaceUnderAVo
     const int voice = GetParam();
     const int instrument = voice > 0 ? voice - 70 : voice + 70;
     Stereo music = silence(twoSeconds);
-    addAt(music, instrument, tone(1000, rate));
+    addAt(music, instrument, tone(1000, cdRate));
     Stereo sound = music;
     addAt(sound, voice, singing);
-    const Stereo left = withoutVoice(sound, rate, {200, 8000, voice});
+    const Stereo left = withoutVoice(sound, cdRate, {200, 8000, voice});
     for (const int channel : {0, 1}) {
-        const double before = amplitudeAt(middleOf(music, channel), rate, 1000);
-        const double after = amplitudeAt(middleOf(left, channel), rate, 1000);
+        const double before = amplitudeAt(middleOf(music, channel), cdRate, 1000);
+        const double after = amplitudeAt(middleOf(left, channel), cdRate, 1000);
         EXPECT_NEAR(decibels(after, before), 0, 0.25) << "channel " << channel;
     }
 }
@@ -124,9 +123,9 @@ TEST_P(VocalCancellerPanTest, MusicWithoutAVoiceStaysAsItIs)
 {
     const int voice = GetParam();
     Stereo sound = silence(twoSeconds);
-    addAt(sound, voice > 0 ? voice - 60 : voice + 60, tone(440, rate));
-    addAt(sound, voice > 0 ? voice - 100 : voice + 100, tone(1500, rate));
-    const Stereo changed = difference(withoutVoice(sound, rate, {200, 8000, voice}), sound);
+    addAt(sound, voice > 0 ? voice - 60 : voice + 60, tone(440, cdRate));
+    addAt(sound, voice > 0 ? voice - 100 : voice + 100, tone(1500, cdRate));
+    const Stereo changed = difference(withoutVoice(sound, cdRate, {200, 8000, voice}), sound);
     for (const int channel : {0, 1})
         EXPECT_LT(levelOf(middleOf(changed, channel)), 0.01 * levelOf(middleOf(sound, channel)) + 1e-6);
 }
@@ -139,9 +138,9 @@ INSTANTIATE_TEST_SUITE_P(OfTheVoice, VocalCancellerPanTest, testing::Values(-100
 TEST(VocalCancellerTest, ANoteInTheMiddleBelowAndAboveTheCutOffsPassesUntouched)
 {
     Stereo sound = silence(2 * twoSeconds);
-    addAt(sound, 0, tone(200 / std::cbrt(2.0), rate));
-    addAt(sound, 0, tone(8000 * std::cbrt(2.0), rate));
-    const Stereo changed = difference(withoutVoice(sound, rate, {200, 8000, 0}), sound);
+    addAt(sound, 0, tone(200 / std::cbrt(2.0), cdRate));
+    addAt(sound, 0, tone(8000 * std::cbrt(2.0), cdRate));
+    const Stereo changed = difference(withoutVoice(sound, cdRate, {200, 8000, 0}), sound);
     for (const int channel : {0, 1})
         EXPECT_LT(decibels(levelOf(middleOf(changed, channel)), levelOf(middleOf(sound, channel))), -80);
 }
@@ -150,22 +149,22 @@ TEST(VocalCancellerTest, WhatAVoiceTakesWithItStaysBetweenTheCutOffs)
 {
     Stereo sound = noise(2 * twoSeconds);
     addAt(sound, 0, singing);
-    const Stereo changed = difference(withoutVoice(sound, rate, {400, 6000, 0}), sound);
+    const Stereo changed = difference(withoutVoice(sound, cdRate, {400, 6000, 0}), sound);
     const std::vector<float> left = middleOf(changed, 0);
     ASSERT_GT(levelOf(left), 0.01);
     for (const double outside : {50.0, 200.0, 311.0, 400 / std::cbrt(2.0), 6000 * std::cbrt(2.0), 10000.0, 20000.0})
-        EXPECT_LT(amplitudeAt(left, rate, outside), 1e-5) << outside;
+        EXPECT_LT(amplitudeAt(left, cdRate, outside), 1e-5) << outside;
 }
 
 TEST(VocalCancellerTest, TheBassInTheMiddleKeepsItsHarmonicsWhereNothingElseSounds)
 {
     Stereo sound = silence(twoSeconds);
     for (const int harmonic : {1, 2, 3, 4, 5, 6})
-        addAt(sound, 0, tone(73.4 * harmonic, rate, 0.3 / harmonic));
-    const Stereo left = withoutVoice(sound, rate, {});
+        addAt(sound, 0, tone(73.4 * harmonic, cdRate, 0.3 / harmonic));
+    const Stereo left = withoutVoice(sound, cdRate, {});
     for (const int harmonic : {3, 4, 5, 6}) {
-        const double before = amplitudeAt(middleOf(sound, 0), rate, 73.4 * harmonic);
-        const double after = amplitudeAt(middleOf(left, 0), rate, 73.4 * harmonic);
+        const double before = amplitudeAt(middleOf(sound, 0), cdRate, 73.4 * harmonic);
+        const double after = amplitudeAt(middleOf(left, 0), cdRate, 73.4 * harmonic);
         EXPECT_GT(decibels(after, before), -3) << harmonic;
     }
 }

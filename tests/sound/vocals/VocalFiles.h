@@ -6,7 +6,6 @@
 #include "sound/vocals/OpenedBytes.h"
 
 #include <gtest/gtest.h>
-#include <QDir>
 #include <QFile>
 #include <span>
 #include <vector>
@@ -63,11 +62,6 @@ inline std::vector<float> floatsIn(const QString& path)
         {reinterpret_cast<const std::uint8_t*>(frames.constData()), static_cast<std::size_t>(frames.size())},
         samples);
     return samples;
-}
-
-inline QStringList everythingIn(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
 }  // namespace sound::test

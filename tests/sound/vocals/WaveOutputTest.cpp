@@ -6,7 +6,6 @@
 #include "sound/vocals/OpenedBytes.h"
 
 #include <gtest/gtest.h>
-#include <QDir>
 #include <QFile>
 
 using namespace sound;
@@ -18,11 +17,6 @@ namespace {
 std::span<const std::uint8_t> bytesOf(const QByteArray& bytes, qsizetype from, qsizetype count)
 {
     return {reinterpret_cast<const std::uint8_t*>(bytes.constData()) + from, static_cast<std::size_t>(count)};
-}
-
-QStringList everythingIn(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
 TEST(WaveOutput, PartsThatAreWrittenInAnyOrderMakeOneFile)
