@@ -14,6 +14,7 @@ import unittest
 from DesktopTest import BUILD, WAV, DesktopTest
 from measure import measure
 from processes import end_on_signals, wait_until
+from stalls import Stalls
 
 RECORDER = "^Sound card recorder$"
 NAMED = r"Recording (Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec)-\d\d-\d{4} \d\d-\d\d-\d0\."
@@ -61,7 +62,11 @@ class RecordTest(DesktopTest):
         self.player.click("Play", "push button")
         heard.wait_for_sound("the track")
         self.open_recorder()
+        stalls = Stalls(self.stage)
+        begun = time.monotonic()
         self.record(9)
+        stood_still = stalls.between(begun, time.monotonic())
+        stalls.end()
         self.stage.screenshot(os.path.join(self.results, "recording.png"))
         self.player.press("alt+s")
         display = self.player.status("00:00:00")
@@ -70,7 +75,7 @@ class RecordTest(DesktopTest):
                         [("it", 0.5, 8.5, "pitch gaps")])["it"]
         self.assertAlmostEqual(found["tempo"], 0.8, delta=0.003)
         self.assertAlmostEqual(found["cents"], 0, delta=4)
-        self.assertEqual(found["gaps"], 0)
+        self.assertLessEqual(found["gaps"], len(stood_still), "a gap that the machine did not make")
 
         # And it is replayed: the player itself is silent by then.
         self.player.press("alt+p")
