@@ -17,16 +17,16 @@ std::complex<double> component(std::span<const float> mono, double hertz, Sample
     const auto length = static_cast<double>(mono.size());
     const std::complex<double> step = std::polar(1.0, -2 * pi * hertz / rate.hertz);
     const std::complex<double> windowStep = std::polar(1.0, 2 * pi / length);
-    std::complex<double> turn = 1;
-    std::complex<double> windowTurn = std::polar(1.0, pi / length);
+    std::complex<double> turned = 1;
+    std::complex<double> windowTurned = std::polar(1.0, pi / length);
     std::complex<double> sum = 0;
     double weights = 0;
     for (const float sample : mono) {
-        const double weight = 0.5 - 0.5 * windowTurn.real();
-        sum += weight * static_cast<double>(sample) * turn;
+        const double weight = 0.5 - 0.5 * windowTurned.real();
+        sum += weight * static_cast<double>(sample) * turned;
         weights += weight;
-        turn *= step;  // which loses less than a part in 10^9 over a million frames
-        windowTurn *= windowStep;
+        turned *= step;  // which loses less than a part in 10^9 over a million frames
+        windowTurned *= windowStep;
     }
     return 2.0 * sum / weights;
 }

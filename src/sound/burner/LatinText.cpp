@@ -1,5 +1,6 @@
 #include "sound/burner/LatinText.h"
 
+#include <QList>
 #include <algorithm>
 #include <array>
 

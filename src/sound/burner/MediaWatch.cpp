@@ -4,6 +4,7 @@
 #include <linux/cdrom.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <climits>  // which linux/cdrom.h needs and does not include
 #include <utility>
 
 namespace sound {
