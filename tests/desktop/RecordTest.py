@@ -12,9 +12,9 @@ import time
 import unittest
 
 from DesktopTest import BUILD, WAV, DesktopTest
+from gaps import Gaps
 from measure import measure
 from processes import end_on_signals, wait_until
-from stalls import Stalls
 
 RECORDER = "^Sound card recorder$"
 NAMED = r"Recording (Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec)-\d\d-\d{4} \d\d-\d\d-\d0\."
@@ -62,20 +62,21 @@ class RecordTest(DesktopTest):
         self.player.click("Play", "push button")
         heard.wait_for_sound("the track")
         self.open_recorder()
-        stalls = Stalls(self.stage)
-        begun = time.monotonic()
+        gaps = Gaps(self.stage, heard)
+        begin = heard.seconds()
         self.record(9)
-        stood_still = stalls.between(begun, time.monotonic())
-        stalls.end()
+        broken_off = gaps.between(begin, heard.seconds())
+        gaps.end()
         self.stage.screenshot(os.path.join(self.results, "recording.png"))
         self.player.press("alt+s")
         display = self.player.status("00:00:00")
         self.assertRegex(self.recordings()[0], "^" + NAMED + "mp3$")
         found = measure(os.path.join(BUILD, "tools", "heard", "heard"), WAV, self.decode(self.the_recording()),
                         [("it", 0.5, 8.5, "pitch gaps")])["it"]
+        self.assertEqual([str(gap) for gap in broken_off if not gap.explained()], [])
+        self.assertLessEqual(found["gaps"], len(broken_off), "a gap that was not heard")
         self.assertAlmostEqual(found["tempo"], 0.8, delta=0.003)
         self.assertAlmostEqual(found["cents"], 0, delta=4)
-        self.assertLessEqual(found["gaps"], len(stood_still), "a gap that the machine did not make")
 
         # And it is replayed: the player itself is silent by then.
         self.player.press("alt+p")

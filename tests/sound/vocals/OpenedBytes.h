@@ -9,7 +9,7 @@
 
 namespace sound::test {
 
-/// The length of what was not known when it was written.
+/// Stands for a length that was not known when it was written.
 constexpr std::uint32_t allOnes = 0xFFFFFFFF;
 
 constexpr auto done = VocalRemoval::Done;
